@@ -1,0 +1,115 @@
+#include "app/layouts.h"
+
+#include <array>
+
+namespace {
+
+using platform::Colours;
+using platform::ControlLayout;
+using platform::FontLayout;
+using platform::Initially;
+using platform::WindowLayout;
+using enum platform::ControlKind;
+
+constexpr FontLayout Comic(double points) { return {.family = "Comic Sans MS", .points = points}; }
+constexpr FontLayout ComicBold(double points) { return {.family = "Comic Sans MS", .points = points, .isBold = true}; }
+constexpr FontLayout kStar = {.family = "MS Sans Serif", .points = 18};
+
+// A button of the main window that has nothing to act on until the lists are filled.
+constexpr ControlLayout ModButton(std::string_view name, std::string_view caption, std::string_view tooltip,
+                                  platform::Place place, int tabOrder, FontLayout font = {}) {
+  return {.name = name,
+          .kind = Button,
+          .caption = caption,
+          .place = place,
+          .tabOrder = tabOrder,
+          .font = font,
+          .tooltip = tooltip,
+          .initially = Initially::Disabled};
+}
+
+constexpr std::array kMainControls = {
+    ControlLayout{.name = "Line1", .kind = Line, .place = {0, 480, 6360, 0}},
+    ControlLayout{.name = "Line2", .kind = Line, .place = {0, 1080, 6360, 0}},
+    ControlLayout{.name = "Shape1", .kind = Frame, .place = {0, 1440, 855, 1095}},
+    ControlLayout{.name = "Shape2", .kind = Frame, .place = {2880, 1440, 855, 2175}},
+    ControlLayout{.name = "Shape5", .kind = Frame, .place = {5640, 1440, 735, 1095}},
+    ControlLayout{.name = "Shape3", .kind = Frame, .place = {600, 1080, 2295, 1455}},
+    ControlLayout{.name = "Shape4", .kind = Frame, .place = {3480, 1080, 2295, 975}},
+    ControlLayout{.name = "lblTitle",
+                  .kind = CentredLabel,
+                  .caption = "Ulvane's Gantrel",
+                  .place = {0, 0, 6375, 495},
+                  .tabOrder = 0,
+                  .font = Comic(18)},
+    ControlLayout{.name = "Label1",
+                  .kind = Label,
+                  .caption = "Product:",
+                  .place = {0, 600, 1935, 255},
+                  .tabOrder = 1,
+                  .font = Comic(9.75)},
+    ControlLayout{.name = "lstGame",
+                  .kind = DropDownList,
+                  .place = {840, 600, 4935, 375},
+                  .tabOrder = 2,
+                  .spokenName = "Product"},
+    ControlLayout{.name = "cmdGoToGames",
+                  .kind = Button,
+                  .caption = "*",
+                  .place = {5880, 600, 375, 375},
+                  .tabOrder = 15,
+                  .font = kStar,
+                  .spokenName = "DoW Installation Setup"},
+    ControlLayout{.name = "Label2",
+                  .kind = CentredLabel,
+                  .caption = "Available Mods",
+                  .place = {600, 1200, 2295, 375},
+                  .tabOrder = 4,
+                  .font = ComicBold(9.75)},
+    ControlLayout{.name = "Label3",
+                  .kind = CentredLabel,
+                  .caption = "Activated Mods",
+                  .place = {3480, 1200, 2295, 375},
+                  .tabOrder = 6,
+                  .font = ComicBold(9.75)},
+    ControlLayout{.name = "lstNotActive",
+                  .kind = ListBox,
+                  .place = {600, 1560, 2295, 3630},
+                  .tabOrder = 3,
+                  .spokenName = "Available Mods"},
+    ControlLayout{.name = "lstActive",
+                  .kind = ListBox,
+                  .place = {3480, 1560, 2295, 3630},
+                  .tabOrder = 5,
+                  .spokenName = "Activated Mods"},
+    ControlLayout{.name = "cmdNewMod",
+                  .kind = Button,
+                  .caption = "+",
+                  .place = {120, 1560, 375, 375},
+                  .tabOrder = 13,
+                  .font = ComicBold(11.25),
+                  .tooltip = "New Mod"},
+    ModButton("cmdDeleteMod", "X", "Delete Mod", {120, 2040, 375, 375}, 14, ComicBold(9)),
+    ModButton("cmdActivate1", ">", "Activate Selected", {3000, 1560, 375, 375}, 7),
+    ModButton("cmdDeactivate1", "<", "Deactivate Selected", {3000, 2040, 375, 375}, 8),
+    ModButton("cmdActivateAll", ">>", "Activate All", {3000, 2640, 375, 375}, 9),
+    ModButton("cmdDeactivateAll", "<<", "Deactivate All", {3000, 3120, 375, 375}, 10),
+    ModButton("cmdMoveUp", "/\\", "Move Selected Up", {5880, 1560, 375, 375}, 11),
+    ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12),
+};
+
+constexpr Colours kWhiteOnGrey = {.background = {128, 128, 128}, .labels = {255, 255, 255}};
+
+constexpr std::array kWindows = {
+    WindowLayout{.name = "frmMain",
+                 .caption = "Ulvane's Gantrel v1.2",
+                 .width = 6390,
+                 .height = 5295,
+                 .font = Comic(9),
+                 .controls = kMainControls,
+                 .colours = kWhiteOnGrey},
+};
+
+}  // namespace
+
+std::span<const platform::WindowLayout> Layouts() { return kWindows; }

@@ -1,0 +1,13 @@
+# What the compiler is asked to refuse, each with its reason.
+add_library(gantrel_warnings INTERFACE)
+target_compile_options(gantrel_warnings INTERFACE
+  -Wall -Wextra -Wpedantic  # the families nobody argues about
+  -Werror                   # a warning that is let stand is read by no one
+  -Wshadow                  # an inner name that hides an outer one is a misread line waiting to happen
+  -Wconversion              # a count or an index that silently changes its size or sign
+  -Wsign-conversion         # the same, between signed and unsigned
+  -Wold-style-cast          # a cast has to say what kind it is
+  -Wnon-virtual-dtor        # deleting through a base without a virtual destructor
+  -Woverloaded-virtual      # an event handler that overrides nothing is never called
+  -Wundef                   # a misspelt macro in #if reads as 0
+)

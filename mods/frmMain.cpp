@@ -1,0 +1,90 @@
+#include "mods/frmMain.h"
+
+#include "mods/frmNew.h"
+#include "platform/events.h"
+#include "settings/Module1.h"
+#include "settings/schema.h"
+
+using Module1::GetNumber;
+using Module1::GetSetting;
+
+frmMain::frmMain()
+    : window_("frmMain"),
+      lstGame(window_.DropDownList("lstGame")),
+      lstNotActive(window_.ListBox("lstNotActive")),
+      lstActive(window_.ListBox("lstActive")),
+      cmdActivate1(window_.Button("cmdActivate1")),
+      cmdDeactivate1(window_.Button("cmdDeactivate1")),
+      cmdActivateAll(window_.Button("cmdActivateAll")),
+      cmdDeactivateAll(window_.Button("cmdDeactivateAll")),
+      cmdMoveUp(window_.Button("cmdMoveUp")),
+      cmdMoveDown(window_.Button("cmdMoveDown")),
+      cmdNewMod(window_.Button("cmdNewMod")),
+      cmdDeleteMod(window_.Button("cmdDeleteMod")),
+      cmdGoToGames(window_.Button("cmdGoToGames")) {
+  lstGame.OnValidate([this] { lstGame_Validate(); });
+  cmdActivate1.OnClick([this] { cmdActivate1_Click(); });
+  cmdDeactivate1.OnClick([this] { cmdDeactivate1_Click(); });
+  cmdActivateAll.OnClick([this] { cmdActivateAll_Click(); });
+  cmdDeactivateAll.OnClick([this] { cmdDeactivateAll_Click(); });
+  cmdMoveUp.OnClick([this] { cmdMoveUp_Click(); });
+  cmdMoveDown.OnClick([this] { cmdMoveDown_Click(); });
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Form_Load() const {
+  RefreshGames();
+  if (!GetBPath().empty()) ListMods();
+}
+
+void frmMain::Show() const { window_.Show(); }
+
+void frmMain::RefreshGames() const {
+  lstGame.Clear();
+  platform::DoEvents();
+  const std::int64_t count = Module1::GameCount();
+  if (count == Module1::kNoGameCount) return;
+  for (std::int64_t i = 1; i <= count; ++i) lstGame.Add(Module1::GameName(i));
+  platform::DoEvents();
+  if (lstGame.Count() > 0) lstGame.Select(0);
+}
+
+std::string frmMain::SelectedGame() const { return lstGame.Text(); }
+
+std::string frmMain::GetBPath() const {
+  const std::int64_t count = Module1::GameCount();
+  if (count == Module1::kNoGameCount) return "";
+  const std::string game = SelectedGame();
+  for (std::int64_t i = 1; i <= count; ++i) {
+    if (Module1::GameName(i) == game) return Module1::GamePath(game);
+  }
+  platform::DoEvents();
+  return "";
+}
+
+void frmMain::lstGame_Validate() const { ListMods(); }
+
+void frmMain::ListMods() const {
+  lstActive.Clear();
+  lstNotActive.Clear();
+  const std::string game = SelectedGame();
+  const std::int64_t count = Module1::ModCount(game);
+  for (std::int64_t n = 1; n <= count; ++n) {
+    const std::string section = schema::ModSection(game, n);
+    const bool isActive = GetNumber(section, "Active", 0) != 0;
+    (isActive ? lstActive : lstNotActive).Add(GetSetting(section, "Name", "Unknown"));
+  }
+
+  const bool someAvailable = lstNotActive.Count() > 0;
+  cmdDeleteMod.SetEnabled(someAvailable);
+  cmdActivate1.SetEnabled(someAvailable);
+  cmdActivateAll.SetEnabled(someAvailable);
+
+  const bool someActive = lstActive.Count() > 0;
+  const bool severalActive = lstActive.Count() > 1;
+  cmdMoveUp.SetEnabled(severalActive);
+  cmdMoveDown.SetEnabled(severalActive);
+  cmdDeactivate1.SetEnabled(someActive);
+  cmdDeactivateAll.SetEnabled(someActive);
+}

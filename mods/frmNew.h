@@ -1,0 +1,4 @@
+#pragma once
+
+// The dialog that registers a new mod.
+class frmNew {};

@@ -1,0 +1,29 @@
+#include "mods/frmMain.h"
+#include "mods/mod_section.h"
+#include "settings/Module1.h"
+#include "settings/schema.h"
+
+// A mod's number is its place in the load order. Moving a mod exchanges its number with that of the next active mod;
+// available mods between the two keep theirs.
+
+void frmMain::cmdMoveUp_Click() const { MoveSelected(Direction::Up); }
+
+void frmMain::cmdMoveDown_Click() const { MoveSelected(Direction::Down); }
+
+void frmMain::MoveSelected(Direction direction) const {
+  const int position = lstActive.Selected();
+  const int newPosition = direction == Direction::Up ? position - 1 : position + 1;
+  if (newPosition < 0 || newPosition >= lstActive.Count()) return;
+
+  const std::string game = SelectedGame();
+  const std::int64_t moved = Module1::FindMod(game, lstActive.Text(position));
+  const std::int64_t neighbour = Module1::FindMod(game, lstActive.Text(newPosition));
+  if (moved == Module1::kNoMod || neighbour == Module1::kNoMod) return;
+
+  CopyMod(game, moved, schema::kScratchMod);
+  CopyMod(game, neighbour, moved);
+  CopyMod(game, schema::kScratchMod, neighbour);
+  ListMods();
+  lstActive.Select(newPosition);
+  MakeModule();
+}

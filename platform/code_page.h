@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+// The system's single-byte (ANSI) code page. All text inside the tool is in it; other encodings exist only at the
+// platform's edges (the toolkit, the host's file names, the registry), which convert with these functions.
+namespace platform {
+
+std::u16string ToUtf16(std::string_view text);
+
+// Characters that the code page lacks become "?".
+std::string FromUtf16(std::u16string_view wide);
+
+// Nothing when the code page lacks one of the characters.
+std::optional<std::string> FromUtf16Exactly(std::u16string_view wide);
+
+// The one form that stands for all letter cases of a character.
+char FoldCase(char character);
+
+// Whether two names are the same without regard to letter case.
+bool SameName(std::string_view left, std::string_view right);
+
+}  // namespace platform

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Handles of the controls on a window, given out by Window and valid as long as it is. Copying one is free. Positions
+// count from 0. Changing a control from here raises none of its events.
+namespace platform {
+
+constexpr int kNoSelection = -1;
+
+struct NativeButton;
+struct NativeDropDownList;
+struct NativeListBox;
+struct NativeTextBox;
+
+class Button {
+ public:
+  explicit Button(NativeButton& native) : native_(&native) {}
+  void SetEnabled(bool isEnabled) const;
+  void OnClick(std::function<void()> handler) const;
+
+ private:
+  NativeButton* native_;
+};
+
+// A choice among its entries, without typing.
+class DropDownList {
+ public:
+  explicit DropDownList(NativeDropDownList& native) : native_(&native) {}
+  void Clear() const;
+  void Add(std::string_view entry) const;
+  int Count() const;
+  void Select(int position) const;
+  std::string Text() const;  // of the selected entry; empty when none is
+
+  // Called when the keyboard focus leaves the list for another control of its window, before that control acts on the
+  // click that took the focus. Not called when the list's entries are shown, nor when the window as a whole loses the
+  // focus or is taken out of use.
+  void OnValidate(std::function<void()> handler) const;
+
+ private:
+  NativeDropDownList* native_;
+};
+
+// Entries in the order in which they were added. Of one with single selection, the selected entry is asked for; of one
+// with multiple selection, the selected entries.
+class ListBox {
+ public:
+  explicit ListBox(NativeListBox& native) : native_(&native) {}
+  void Clear() const;
+  void Add(std::string_view entry) const;
+  int Count() const;
+  void Select(int position) const;                 // kNoSelection, or a position that is not there, selects none
+  int Selected() const;                            // kNoSelection when none is
+  std::string Text() const;                        // of the selected entry; empty when none is
+  std::string Text(int position) const;            // empty when there is no such position
+  std::vector<std::string> SelectedTexts() const;  // from the top
+
+  // Greyed text in the place of the entries while there are none; no entry itself.
+  void SetEmptyText(std::string_view text) const;
+
+ private:
+  NativeListBox* native_;
+};
+
+class TextBox {
+ public:
+  explicit TextBox(NativeTextBox& native) : native_(&native) {}
+  std::string Text() const;
+
+ private:
+  NativeTextBox* native_;
+};
+
+}  // namespace platform

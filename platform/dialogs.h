@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+// The system's own dialogs. All are modal to the whole program. Text is shown as it is, never as markup.
+namespace platform {
+
+enum class Buttons : std::uint8_t { Ok, OkCancel, YesNo };  // the first is the default button
+enum class Icon : std::uint8_t { None, Information, Exclamation, Critical };
+enum class Answer : std::uint8_t { Ok, Cancel, Yes, No };
+
+// Escape, the close box, and a program that is asked to quit, answer Cancel or No where there is such a button.
+Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title);
+
+// The text entered; empty on cancel.
+std::string InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText);
+
+struct FileFilter {
+  std::string_view text;
+  std::string_view pattern;
+};
+
+struct OpenFileDialog {
+  std::string_view title;
+  std::string folder;  // a Windows path to start in; where there is no such folder, the dialog starts where it likes
+  std::string_view fileName;
+  std::span<const FileFilter> filters;
+  std::string_view defaultExtension;
+};
+
+struct ChosenFile {
+  std::string path;  // a Windows path
+  std::string name;  // its last component
+};
+
+// Nothing when the user cancels. A file whose path the code page cannot spell is refused with a message, and the choice
+// goes on.
+std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings);
+
+}  // namespace platform

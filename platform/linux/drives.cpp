@@ -1,0 +1,186 @@
+#include "platform/linux/drives.h"
+
+#include <dirent.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "platform/code_page.h"
+#include "platform/linux/utf8.h"
+
+namespace platform {
+namespace {
+
+bool IsSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool IsFolder(const std::string& path) {
+  struct stat status = {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool Exists(const std::string& path) {
+  struct stat status = {};
+  return lstat(path.c_str(), &status) == 0;
+}
+
+std::string HomeFolder() {
+  if (const char* const home = std::getenv("HOME"); home != nullptr && *home != '\0') return home;
+  const passwd* const user = getpwuid(getuid());
+  return user != nullptr ? user->pw_dir : "";
+}
+
+// Takes the next component off a path that the separators divide; empty at the path's end.
+std::string_view TakeComponent(std::string_view& path) {
+  while (!path.empty() && IsSeparator(path.front())) path.remove_prefix(1);
+  const auto length = static_cast<std::size_t>(std::ranges::find_if(path, IsSeparator) - path.begin());
+  const std::string_view component = path.substr(0, length);
+  path.remove_prefix(length);
+  return component;
+}
+
+std::string Joined(std::string folder, std::string_view name) {
+  if (!folder.ends_with('/')) folder += '/';
+  return folder.append(name);
+}
+
+// The first name in the folder, by byte order, that is `name` but for the letter case.
+std::optional<std::string> OtherSpelling(const std::string& folder, std::string_view name) {
+  const auto wanted = FromUtf8Exactly(name);
+  if (!wanted) return std::nullopt;
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
+  std::optional<std::string> found;
+  for (const dirent* entry = nullptr; entries && (entry = readdir(entries.get())) != nullptr;) {
+    const std::string_view spelling = entry->d_name;
+    if (found && *found < spelling) continue;
+    const auto text = FromUtf8Exactly(spelling);
+    if (text && SameName(*text, *wanted)) found = spelling;
+  }
+  return found;
+}
+
+std::string WithoutEndingSlash(std::string path) {
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  return path;
+}
+
+// What remains of `path` below `folder`, without the separator between them; nothing when it is not below. Neither
+// ends in a slash, unless it is the root folder.
+std::optional<std::string_view> Below(std::string_view path, std::string_view folder) {
+  if (folder == "/") return path.substr(1);
+  if (!path.starts_with(folder)) return std::nullopt;
+  path.remove_prefix(folder.size());
+  if (path.empty()) return path;
+  if (path.front() != '/') return std::nullopt;
+  return path.substr(1);
+}
+
+// A path in the forms in which it may lie below a drive: as given, and with all its links followed.
+std::vector<std::string> Forms(const std::string& path) {
+  std::vector<std::string> forms = {WithoutEndingSlash(std::filesystem::path(path).lexically_normal().string())};
+  std::error_code failure;
+  const std::string followed = std::filesystem::weakly_canonical(path, failure).string();
+  if (!failure && followed != forms.front()) forms.push_back(followed);
+  return forms;
+}
+
+}  // namespace
+
+std::optional<HostPath> PrefixFolder() {
+  std::string folder = BesideExecutable("").text;
+  while (!folder.empty()) {
+    folder.resize(folder.rfind('/'));
+    if (Exists(folder + "/system.reg")) return HostPath{folder};
+  }
+  const std::string inHome = HomeFolder() + "/.wine";
+  if (IsFolder(inHome)) return HostPath{inHome};
+  return std::nullopt;
+}
+
+std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char letter) {
+  if (prefix) {
+    const std::string link = prefix->text + "/dosdevices/" + letter + ":";
+    if (IsFolder(link)) return HostPath{link};
+    if (letter == 'c') return HostPath{prefix->text + "/drive_c"};
+  }
+  if (letter == 'z') return HostPath{"/"};
+  return std::nullopt;
+}
+
+std::vector<Drive> Drives(const std::optional<HostPath>& prefix) {
+  std::vector<Drive> drives;
+  for (char letter = 'a'; letter <= 'z'; ++letter) {
+    if (auto folder = DriveFolder(prefix, letter)) drives.push_back({letter, *std::move(folder)});
+  }
+  return drives;
+}
+
+std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::string_view windowsPath) {
+  std::string host = "/";
+  if (!windowsPath.starts_with('/')) {
+    const char letter = windowsPath.empty() ? '\0' : static_cast<char>(windowsPath.front() | 0x20);
+    if (letter < 'a' || letter > 'z' || !windowsPath.substr(1).starts_with(':')) return std::nullopt;
+    const auto folder = DriveFolder(prefix, letter);
+    if (!folder) return std::nullopt;
+    host = folder->text;
+    windowsPath.remove_prefix(2);
+  }
+  const bool isFolder = !windowsPath.empty() && IsSeparator(windowsPath.back());
+  for (auto name = TakeComponent(windowsPath); !name.empty(); name = TakeComponent(windowsPath)) {
+    host = Joined(std::move(host), ToUtf8(name));
+  }
+  if (isFolder) host = Joined(std::move(host), "");
+  return HostPath{host};
+}
+
+std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path) {
+  const std::vector<std::string> forms = Forms(path.text);
+  char letter = 'z';
+  std::size_t longest = 0;  // the length of the drive's folder
+  std::string_view rest = std::string_view(forms.front()).substr(1);
+  for (const Drive& drive : Drives(prefix)) {
+    for (const std::string& folder : Forms(drive.folder.text)) {
+      for (const std::string& form : forms) {
+        const auto below = Below(form, folder);
+        if (!below || folder.size() <= longest) continue;
+        letter = drive.letter;
+        longest = folder.size();
+        rest = *below;
+      }
+    }
+  }
+  auto text = FromUtf8Exactly(rest);
+  const bool isSpeakable = text && text->find('\\') == std::string::npos;
+  if (!isSpeakable) return std::nullopt;
+  std::ranges::replace(*text, '/', '\\');
+  return std::string(1, static_cast<char>(letter - 0x20)) + ":\\" + *text;
+}
+
+HostPath AsSpelledOnDisk(const HostPath& path) {
+  std::string spelled = "/";
+  std::string_view rest = path.text;
+  const bool isFolder = rest.ends_with('/');
+  bool isThere = true;
+  while (!rest.empty()) {
+    rest.remove_prefix(std::min(rest.find_first_not_of('/'), rest.size()));
+    const std::string_view name = rest.substr(0, rest.find('/'));
+    rest.remove_prefix(name.size());
+    std::string next = Joined(spelled, name);
+    if (isThere && !name.empty() && !Exists(next)) {
+      const auto other = OtherSpelling(spelled, name);
+      isThere = other.has_value();
+      if (other) next = Joined(spelled, *other);
+    }
+    if (!name.empty()) spelled = std::move(next);
+  }
+  if (isFolder) spelled = Joined(std::move(spelled), "");
+  return {spelled};
+}
+
+}  // namespace platform

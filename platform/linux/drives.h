@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/paths.h"
+
+// The drives of a compatibility prefix: the folder in which the game's Windows lives on this system. All functions
+// but PrefixFolder take the prefix, so that they can be tried on any folder.
+namespace platform {
+
+// The prefix that holds the running executable, or else the one in the user's home folder; nothing when there is none.
+std::optional<HostPath> PrefixFolder();
+
+struct Drive {
+  char letter = '\0';  // small
+  HostPath folder;
+};
+
+// The folder of one drive. A letter is the link that the prefix's `dosdevices` has for it; without one, c: is the
+// prefix's `drive_c` and z: is the root folder. Without a prefix there is z: alone.
+std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char letter);
+
+std::vector<Drive> Drives(const std::optional<HostPath>& prefix);
+
+std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::string_view windowsPath);
+
+// `path` is absolute.
+std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path);
+
+}  // namespace platform

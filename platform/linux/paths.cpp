@@ -1,0 +1,70 @@
+#include "platform/paths.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <memory>
+
+#include "platform/code_page.h"
+#include "platform/linux/drives.h"
+#include "platform/linux/utf8.h"
+
+namespace platform {
+namespace {
+
+bool IsFolder(int folder, const dirent& entry) {
+  if (entry.d_type == DT_DIR) return true;
+  if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return false;
+  struct stat status = {};
+  return fstatat(folder, entry.d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool ComesBefore(std::string_view left, std::string_view right) {
+  const auto folded = [](char c) { return static_cast<unsigned char>(FoldCase(c)); };
+  const auto differing = std::ranges::mismatch(left, right, {}, folded, folded);
+  if (differing.in1 == left.end() && differing.in2 == right.end()) return left < right;
+  if (differing.in1 == left.end() || differing.in2 == right.end()) return left.size() < right.size();
+  return folded(*differing.in1) < folded(*differing.in2);
+}
+
+}  // namespace
+
+HostPath BesideExecutable(std::string_view name) {
+  std::array<char, PATH_MAX> buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the next line
+  const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size());
+  const std::string_view executable(buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  const std::string_view folder = executable.substr(0, executable.rfind('/') + 1);
+  HostPath path;
+  path.text.reserve(folder.size() + name.size());
+  path.text += folder;
+  path.text += ToUtf8(name);
+  std::replace(path.text.begin() + static_cast<std::ptrdiff_t>(folder.size()), path.text.end(), '\\', '/');
+  return path;
+}
+
+std::optional<HostPath> ToHostPath(std::string_view windowsPath) { return MapToHost(PrefixFolder(), windowsPath); }
+
+std::optional<std::string> ToWindowsPath(const HostPath& path) { return MapToWindows(PrefixFolder(), path); }
+
+std::string Shown(const HostPath& path) { return FromUtf8(path.text); }
+
+std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
+  const auto path = ToHostPath(windowsPath);
+  if (!path) return std::nullopt;
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(AsSpelledOnDisk(*path).text.c_str()), closedir);
+  if (!entries) return std::nullopt;
+  std::vector<std::string> names;
+  while (const dirent* const entry = readdir(entries.get())) {
+    if (entry->d_name[0] == '.' || !IsFolder(dirfd(entries.get()), *entry)) continue;
+    if (auto name = FromUtf8Exactly(entry->d_name)) names.push_back(*std::move(name));
+  }
+  std::ranges::sort(names, ComesBefore);
+  return names;
+}
+
+}  // namespace platform

@@ -1,0 +1,202 @@
+#include "platform/linux/registry_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <system_error>
+
+#include "platform/code_page.h"
+#include "platform/registry.h"
+
+namespace platform {
+namespace {
+
+constexpr std::uint32_t kRegBinary = 3;
+constexpr std::uint32_t kRegMultiSz = 7;
+
+constexpr bool IsText(std::uint32_t type) { return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz; }
+
+// The functions named Take... remove what they read from the front of the text that they are given.
+
+// One line, without its line end and the blanks before it.
+std::string_view TakeLine(std::string_view& text) {
+  const std::size_t lineEnd = text.find('\n');
+  const std::string_view line = text.substr(0, lineEnd);
+  text.remove_prefix(lineEnd == std::string_view::npos ? text.size() : lineEnd + 1);
+  return line.substr(0, line.find_last_not_of(" \t\r") + 1);
+}
+
+// Whether the line begins with `word`; it is removed only if so.
+bool Take(std::string_view& line, std::string_view word) {
+  if (!line.starts_with(word)) return false;
+  line.remove_prefix(word.size());
+  return true;
+}
+
+// A number without sign; nothing, and nothing removed, when the line begins with fewer digits. Takes no more of them
+// than `maxDigits`, which is at most 8.
+std::optional<std::uint32_t> TakeNumber(std::string_view& line, int base, std::size_t minDigits,
+                                        std::size_t maxDigits) {
+  std::uint32_t number = 0;
+  const std::string_view room = line.substr(0, maxDigits);
+  const auto [end, error] = std::from_chars(room.data(), room.data() + room.size(), number, base);
+  const auto digits = static_cast<std::size_t>(end - room.data());
+  if (error != std::errc() || digits < minDigits) return std::nullopt;
+  line.remove_prefix(digits);
+  return number;
+}
+
+char TakeChar(std::string_view& line) {
+  const char c = line.front();
+  line.remove_prefix(1);
+  return c;
+}
+
+constexpr char16_t ToUnit(char c) { return static_cast<unsigned char>(c); }
+
+// The next UTF-16 unit of a name or a quoted text. The line is not empty.
+char16_t TakeUnit(std::string_view& line) {
+  const char first = TakeChar(line);
+  if (first != '\\' || line.empty()) return ToUnit(first);
+  if (const auto octal = TakeNumber(line, 8, 1, 3)) return static_cast<char16_t>(*octal);
+
+  const char escaped = TakeChar(line);
+  if (escaped == 'x') return static_cast<char16_t>(TakeNumber(line, 16, 1, 4).value_or(ToUnit(escaped)));
+  if (escaped == 'e') return 0x1B;
+  constexpr std::string_view kFromBellOn = "abtnvfr";  // the control characters from 7 to 13
+  const std::size_t control = kFromBellOn.find(escaped);
+  return control == std::string_view::npos ? ToUnit(escaped) : static_cast<char16_t>(7 + control);
+}
+
+// What the code page cannot spell has no letter cases here: the names that are asked for are in the code page.
+char16_t Folded(char16_t unit) {
+  const auto character = FromUtf16Exactly({&unit, 1});
+  if (!character) return unit;
+  const char folded = FoldCase(character->front());
+  return ToUtf16({&folded, 1}).front();
+}
+
+// Whether the line begins with `name` and then `end`. Names are not converted to the code page, where everything that
+// it lacks would be the same question mark.
+bool TakeName(std::string_view& line, std::u16string_view name, char end) {
+  for (const char16_t wanted : name) {
+    if (line.empty() || line.front() == end) return false;
+    const char16_t unit = TakeUnit(line);
+    if (unit != wanted && Folded(unit) != Folded(wanted)) return false;
+  }
+  return Take(line, {&end, 1});
+}
+
+bool TakeValueName(std::string_view& line, std::u16string_view name) {
+  if (Take(line, "@")) return name.empty();
+  return Take(line, "\"") && TakeName(line, name, '"');
+}
+
+std::string FromUtf16Bytes(std::string_view bytes) {
+  std::u16string wide;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    wide += static_cast<char16_t>(ToUnit(bytes[i]) | ToUnit(bytes[i + 1]) << 8U);
+  }
+  return FromUtf16(wide);
+}
+
+std::optional<RegistryValue> ReadText(std::uint32_t type, std::string_view line) {
+  if (!IsText(type) || !Take(line, "\"")) return std::nullopt;
+  std::u16string wide;
+  while (!line.empty() && line.front() != '"') wide += TakeUnit(line);
+  if (line != "\"") return std::nullopt;
+  return RegistryValue{type, FromUtf16(wide) + '\0'};
+}
+
+std::optional<RegistryValue> ReadDword(std::string_view line) {
+  const auto number = TakeNumber(line, 16, 8, 8);
+  if (!number || !line.empty()) return std::nullopt;
+  std::string data;
+  for (unsigned int shift = 0; shift < 32; shift += 8) data += static_cast<char>(*number >> shift & 0xFFU);
+  return RegistryValue{kRegDword, data};
+}
+
+// The bytes may go on in the lines below.
+std::optional<RegistryValue> ReadBytes(std::uint32_t type, std::string_view line, std::string_view linesBelow) {
+  std::string bytes;
+  bool goesOn = !line.empty();
+  while (goesOn) {
+    if (line == "\\") line = TakeLine(linesBelow);
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    const auto byte = TakeNumber(line, 16, 2, 2);
+    if (!byte) return std::nullopt;
+    bytes += static_cast<char>(*byte);
+    goesOn = Take(line, ",");
+  }
+  if (!line.empty()) return std::nullopt;
+  return RegistryValue{type, IsText(type) ? FromUtf16Bytes(bytes) : bytes};
+}
+
+// What stands behind a value's name.
+std::optional<RegistryValue> ReadValue(std::string_view line, std::string_view linesBelow) {
+  if (line.starts_with('"')) return ReadText(kRegSz, line);
+  if (Take(line, "dword:")) return ReadDword(line);
+  if (Take(line, "hex:")) return ReadBytes(kRegBinary, line, linesBelow);
+
+  const bool isText = Take(line, "str(");
+  if (!isText && !Take(line, "hex(")) return std::nullopt;
+  const auto type = TakeNumber(line, 16, 1, 8);
+  if (!type || !Take(line, "):")) return std::nullopt;
+  return isText ? ReadText(*type, line) : ReadBytes(*type, line, linesBelow);
+}
+
+// Where the next key starts; the text's end when there is none. Looks for brackets rather than at every line: there
+// are few of them, and the search for one byte runs at the speed of memory.
+std::size_t NextKey(std::string_view text, std::size_t from) {
+  std::size_t bracket = text.find('[', from);
+  while (bracket != std::string_view::npos && bracket != 0 && text[bracket - 1] != '\n') {
+    bracket = text.find('[', bracket + 1);
+  }
+  return std::min(bracket, text.size());
+}
+
+bool IsOf64BitPrefix(std::string_view linesAboveKeys) {
+  while (!linesAboveKeys.empty()) {
+    if (TakeLine(linesAboveKeys) == "#arch=win64") return true;
+  }
+  return false;
+}
+
+// The name under which a 64-bit prefix keeps a key of the 32-bit view.
+std::string In32BitView(std::string_view keyName) {
+  constexpr std::string_view kSoftware = R"(Software\)";
+  constexpr std::string_view kNode = "Wow6432Node";
+  if (!SameName(keyName.substr(0, kSoftware.size()), kSoftware)) return std::string(keyName);
+  const std::string_view below = keyName.substr(kSoftware.size());
+  if (SameName(below.substr(0, below.find('\\')), kNode)) return std::string(keyName);
+  return std::string(kSoftware).append(kNode).append("\\").append(below);
+}
+
+}  // namespace
+
+std::optional<std::string_view> FindRegistryKey(std::string_view text, std::string_view keyName) {
+  keyName = keyName.substr(0, keyName.find_last_not_of('\\') + 1);  // a separator at the end names no further key
+  std::size_t key = NextKey(text, 0);
+  const bool is64Bit = IsOf64BitPrefix(text.substr(0, key));
+  const std::u16string name = ToUtf16(is64Bit ? In32BitView(keyName) : keyName);
+
+  while (key < text.size()) {
+    const std::size_t nextKey = NextKey(text, key + 1);
+    std::string_view lines = text.substr(key, nextKey - key);
+    std::string_view header = TakeLine(lines);
+    if (Take(header, "[") && TakeName(header, name, ']')) return lines;
+    key = nextKey;
+  }
+  return std::nullopt;
+}
+
+std::optional<RegistryValue> FindRegistryValue(std::string_view keyLines, std::string_view valueName) {
+  const std::u16string name = ToUtf16(valueName);
+  while (!keyLines.empty()) {
+    std::string_view line = TakeLine(keyLines);
+    if (TakeValueName(line, name) && Take(line, "=")) return ReadValue(line, keyLines);
+  }
+  return std::nullopt;
+}
+
+}  // namespace platform

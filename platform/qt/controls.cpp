@@ -1,0 +1,102 @@
+#include "platform/controls.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QWheelEvent>
+#include <utility>
+
+#include "platform/qt/native.h"
+#include "platform/qt/text.h"
+
+namespace platform {
+
+void NativeDropDownList::focusOutEvent(QFocusEvent* event) {
+  QComboBox::focusOutEvent(event);
+  // The toolkit names the new owner of the focus before it tells the old one; its own list of entries is another
+  // window.
+  const QWidget* const next = QApplication::focusWidget();
+  const bool goesToAnotherControl = next != nullptr && next != this && next->window() == window();
+  const bool windowKeepsFocus =
+      event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+  if (goesToAnotherControl && windowKeepsFocus && onValidate) onValidate();
+}
+
+void NativeDropDownList::wheelEvent(QWheelEvent* event) {
+  // Without the focus there would be no validation after the choice, and the lists would show another game's mods.
+  if (hasFocus()) {
+    QComboBox::wheelEvent(event);
+  } else {
+    event->ignore();
+  }
+}
+
+void NativeListBox::paintEvent(QPaintEvent* event) {
+  QListWidget::paintEvent(event);
+  if (count() > 0 || emptyText.isEmpty()) return;
+  constexpr int kMargin = 4;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere, emptyText);
+}
+
+void Button::SetEnabled(bool isEnabled) const { native_->setEnabled(isEnabled); }
+
+void Button::OnClick(std::function<void()> handler) const {
+  QObject::connect(native_, &QPushButton::clicked, native_, std::move(handler));
+}
+
+void DropDownList::Clear() const { native_->clear(); }
+
+void DropDownList::Add(std::string_view entry) const {
+  const int selected = native_->currentIndex();
+  native_->addItem(ToQt(entry));
+  native_->setCurrentIndex(selected);  // the toolkit selects the first entry by itself
+}
+
+int DropDownList::Count() const { return native_->count(); }
+
+void DropDownList::Select(int position) const { native_->setCurrentIndex(position); }
+
+std::string DropDownList::Text() const { return FromQt(native_->currentText()); }
+
+void DropDownList::OnValidate(std::function<void()> handler) const { native_->onValidate = std::move(handler); }
+
+void ListBox::Clear() const { native_->clear(); }
+
+void ListBox::Add(std::string_view entry) const { native_->addItem(ToQt(entry)); }
+
+int ListBox::Count() const { return native_->count(); }
+
+void ListBox::Select(int position) const {
+  native_->setCurrentRow(position);
+  if (Selected() != position) native_->clearSelection();
+}
+
+int ListBox::Selected() const {
+  const auto selected = native_->selectionModel()->selectedRows();
+  return selected.isEmpty() ? kNoSelection : selected.front().row();
+}
+
+std::string ListBox::Text() const { return Text(Selected()); }
+
+std::string ListBox::Text(int position) const {
+  const QListWidgetItem* const item = native_->item(position);
+  return item != nullptr ? FromQt(item->text()) : std::string();
+}
+
+std::vector<std::string> ListBox::SelectedTexts() const {
+  std::vector<std::string> texts;
+  for (int i = 0; i < native_->count(); ++i) {
+    if (native_->item(i)->isSelected()) texts.push_back(Text(i));
+  }
+  return texts;
+}
+
+void ListBox::SetEmptyText(std::string_view text) const { native_->emptyText = ToQt(text); }
+
+std::string TextBox::Text() const { return FromQt(native_->text()); }
+
+}  // namespace platform

@@ -1,0 +1,115 @@
+#include "platform/dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <filesystem>
+
+#include "platform/paths.h"
+#include "platform/qt/text.h"
+
+namespace platform {
+namespace {
+
+QMessageBox::StandardButtons StandardButtons(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      return QMessageBox::Ok;
+    case Buttons::OkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+  }
+  return QMessageBox::Ok;
+}
+
+QMessageBox::Icon BoxIcon(Icon icon) {
+  switch (icon) {
+    case Icon::None:
+      return QMessageBox::NoIcon;
+    case Icon::Information:
+      return QMessageBox::Information;
+    case Icon::Exclamation:
+      return QMessageBox::Warning;
+    case Icon::Critical:
+      return QMessageBox::Critical;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QStringList NameFilters(std::span<const FileFilter> filters) {
+  QStringList list;
+  for (const FileFilter& filter : filters) {
+    const std::string_view pattern = filter.pattern == "*.*" ? "*" : filter.pattern;  // a name without a dot, too
+    list << ToQt(filter.text) + " (" + ToQt(pattern) + ")";
+  }
+  return list;
+}
+
+HostPath FromQtPath(const QString& path) { return {std::filesystem::path(path.toStdU16String()).native()}; }
+
+QString ToQtPath(const HostPath& path) {
+  return QString::fromStdU16String(std::filesystem::path(path.text).u16string());
+}
+
+}  // namespace
+
+Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowModality(Qt::ApplicationModal);
+  box.setWindowTitle(ToQt(title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ToQt(text));
+  box.setIcon(BoxIcon(icon));
+  box.setStandardButtons(StandardButtons(buttons));
+  box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok);
+  if (buttons == Buttons::YesNo) box.setEscapeButton(QMessageBox::No);
+  switch (box.exec()) {
+    case QMessageBox::Ok:
+      return Answer::Ok;
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    default:
+      return buttons == Buttons::Ok ? Answer::Ok : buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+  }
+}
+
+std::string InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText) {
+  QInputDialog dialog(QApplication::activeWindow());
+  dialog.setWindowModality(Qt::ApplicationModal);
+  dialog.setInputMode(QInputDialog::TextInput);
+  dialog.setWindowTitle(ToQt(title));
+  dialog.setTextValue(ToQt(defaultText));
+  dialog.setLabelText(ToQt(prompt));
+  if (auto* const label = dialog.findChild<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  return dialog.exec() == QDialog::Accepted ? FromQt(dialog.textValue()) : std::string();
+}
+
+std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
+  const auto folder = ToHostPath(settings.folder);
+  for (;;) {
+    QFileDialog dialog(QApplication::activeWindow(), ToQt(settings.title));
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(NameFilters(settings.filters));
+    dialog.setDefaultSuffix(ToQt(settings.defaultExtension));
+    if (folder && QFileInfo(ToQtPath(AsSpelledOnDisk(*folder))).isDir())
+      dialog.setDirectory(ToQtPath(AsSpelledOnDisk(*folder)));
+    dialog.selectFile(ToQt(settings.fileName));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+
+    const HostPath chosen = FromQtPath(dialog.selectedFiles().front());
+    if (auto path = ToWindowsPath(chosen)) {
+      std::string name = path->substr(path->rfind('\\') + 1);
+      return ChosenFile{*std::move(path), std::move(name)};
+    }
+    MsgBox(Shown(chosen) + " cannot be used: its path has characters that the game's own files cannot spell.",
+           Buttons::Ok, Icon::Exclamation, settings.title);
+  }
+}
+
+}  // namespace platform

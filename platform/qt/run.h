@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/layout.h"
+
+// What the windows need of the running application.
+namespace platform {
+
+// Ends the program with a message when there is none of that name.
+const WindowLayout& FindLayout(std::string_view name);
+
+[[noreturn]] void StopForUnknownName(std::string_view kind, std::string_view name);
+
+// The program runs as long as windows are open.
+void NoteWindowOpened();
+void NoteWindowClosed();
+
+// Ends the event loops, the nested ones included, for good.
+void Quit();
+bool IsQuitting();
+
+}  // namespace platform

@@ -1,0 +1,237 @@
+#include "platform/window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMetaObject>
+#include <QPainter>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "platform/qt/native.h"
+#include "platform/qt/run.h"
+#include "platform/qt/text.h"
+
+namespace platform {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+
+int Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
+
+QRect Pixels(const Place& place) {
+  return {Pixels(place.left), Pixels(place.top), Pixels(place.width), Pixels(place.height)};
+}
+
+QColor ToQColor(const Colour& colour) { return {colour.red, colour.green, colour.blue}; }
+
+// The families to try, in this order, for one that the layouts name.
+QStringList Families(std::string_view family) {
+  if (family == "Comic Sans MS") return {"Comic Sans MS", "Comic Neue", "Comic Relief", "TSCu_Comic"};
+  if (family == "MS Sans Serif") return {"Microsoft Sans Serif", "Arimo", "Liberation Sans", "DejaVu Sans"};
+  return {ToQt(family)};
+}
+
+QFont ToQFont(const FontLayout& layout) {
+  constexpr double kPixelsPerPoint = 96.0 / 72.0;
+  QFont font;
+  font.setFamilies(Families(layout.family));
+  // In pixels, so that text keeps its proportion to the controls whatever resolution the desktop gives for fonts.
+  font.setPixelSize(static_cast<int>(std::lround(layout.points * kPixelsPerPoint)));
+  font.setBold(layout.isBold);
+  return font;
+}
+
+QWidget* MakeLabel(const ControlLayout& control, QWidget* parent) {
+  auto* const label = new QLabel(parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setText(ToQt(control.caption));
+  label->setAlignment((control.kind == ControlKind::CentredLabel ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop);
+  label->setAttribute(Qt::WA_TransparentForMouseEvents);  // a label may reach below its neighbour
+  return label;
+}
+
+QWidget* MakeListBox(QAbstractItemView::SelectionMode mode, QWidget* parent) {
+  auto* const list = new NativeListBox(parent);
+  list->setSelectionMode(mode);
+  list->setUniformItemSizes(true);  // some thousand folders take no time to lay out
+  return list;
+}
+
+QWidget* MakeWidget(const ControlLayout& control, QWidget* parent) {
+  switch (control.kind) {
+    case ControlKind::Label:
+    case ControlKind::CentredLabel:
+      return MakeLabel(control, parent);
+    case ControlKind::Button:
+      return new NativeButton(ToQtCaption(control.caption), parent);
+    case ControlKind::DropDownList:
+      return new NativeDropDownList(parent);
+    case ControlKind::ListBox:
+      return MakeListBox(QAbstractItemView::SingleSelection, parent);
+    case ControlKind::MultiListBox:
+      return MakeListBox(QAbstractItemView::MultiSelection, parent);
+    case ControlKind::TextBox:
+      return new NativeTextBox(parent);
+    case ControlKind::Line:
+    case ControlKind::Frame:
+      break;  // painted on the window itself
+  }
+  return nullptr;
+}
+
+template <typename Native>
+Native& Find(const NativeWindow& window, std::string_view name) {
+  const auto found = window.controls.find(name);
+  auto* const native = found == window.controls.end() ? nullptr : dynamic_cast<Native*>(found->second);
+  if (native == nullptr) StopForUnknownName("control of this kind", name);
+  return *native;
+}
+
+}  // namespace
+
+NativeWindow::NativeWindow(const WindowLayout& layout) : layout_(layout) {
+  setObjectName(ToQt(layout.name));
+  setWindowTitle(ToQt(layout.caption));
+  setFixedSize(Pixels(layout.width), Pixels(layout.height));
+  setFont(ToQFont(layout.font));
+  if (layout.colours) {
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, ToQColor(layout.colours->background));
+    setPalette(colours);
+  }
+  for (const ControlLayout& control : layout.controls) AddControl(control);
+  SetTabOrder();
+}
+
+NativeWindow::~NativeWindow() { SetOpen(false); }
+
+void NativeWindow::AddControl(const ControlLayout& control) {
+  QWidget* const widget = MakeWidget(control, this);
+  if (widget == nullptr) return;
+  widget->setObjectName(ToQt(control.name));
+  widget->setGeometry(Pixels(control.place));
+  widget->setToolTip(ToQt(control.tooltip));
+  const std::string_view words = control.tooltip.empty() ? control.caption : control.tooltip;
+  widget->setAccessibleName(ToQt(control.spokenName.empty() ? words : control.spokenName));
+  if (!control.font.family.empty()) widget->setFont(ToQFont(control.font));
+  widget->setEnabled(control.initially == Initially::Enabled);
+  if (layout_.colours && qobject_cast<QLabel*>(widget) != nullptr) {
+    QPalette colours = widget->palette();
+    colours.setColor(QPalette::WindowText, ToQColor(layout_.colours->labels));
+    widget->setPalette(colours);
+  }
+  if (control.role == ButtonRole::Default) defaultButton_ = qobject_cast<QPushButton*>(widget);
+  if (control.role == ButtonRole::Cancel) cancelButton_ = qobject_cast<QPushButton*>(widget);
+  controls.emplace(control.name, widget);
+}
+
+void NativeWindow::SetTabOrder() {
+  std::vector<const ControlLayout*> stops;
+  for (const ControlLayout& control : layout_.controls) {
+    const bool takesFocus =
+        controls.contains(control.name) && qobject_cast<QLabel*>(controls[std::string(control.name)]) == nullptr;
+    if (takesFocus && control.tabOrder != kNoTabStop) stops.push_back(&control);
+  }
+  std::ranges::sort(stops, {}, &ControlLayout::tabOrder);
+  const auto widget = [this](const ControlLayout* control) { return controls[std::string(control->name)]; };
+  for (std::size_t i = 1; i < stops.size(); ++i) setTabOrder(widget(stops[i - 1]), widget(stops[i]));
+  const auto first =
+      layout_.firstFocus.empty() ? stops.begin() : std::ranges::find(stops, layout_.firstFocus, &ControlLayout::name);
+  if (first != stops.end()) widget(*first)->setFocus();
+}
+
+void NativeWindow::SetOpen(bool isOpen) {
+  if (isOpen == isOpen_) return;
+  isOpen_ = isOpen;
+  isOpen ? NoteWindowOpened() : NoteWindowClosed();
+}
+
+void NativeWindow::Open() {
+  SetOpen(true);
+  show();
+  activateWindow();
+}
+
+void NativeWindow::TakeOutOfUse() {
+  isInUse_ = false;
+  focusBefore_ = focusWidget();
+  setEnabled(false);
+}
+
+void NativeWindow::PutBackIntoUse() {
+  isInUse_ = true;
+  setEnabled(true);
+  if (focusBefore_ != nullptr) focusBefore_->setFocus();
+  if (!isOpen_) return;
+  activateWindow();
+}
+
+void NativeWindow::closeEvent(QCloseEvent* event) {
+  bool cancel = !isInUse_;
+  if (!cancel && onUnload) onUnload(cancel);
+  event->setAccepted(!cancel);
+  if (cancel) return;
+  SetOpen(false);
+  if (onClosed) QMetaObject::invokeMethod(qApp, onClosed, Qt::QueuedConnection);
+}
+
+void NativeWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    auto* const focused = qobject_cast<QPushButton*>(focusWidget());
+    QPushButton* const button = focused != nullptr ? focused : defaultButton_;
+    if (button != nullptr) button->click();
+  } else if (event->key() == Qt::Key_Escape && cancelButton_ != nullptr) {
+    cancelButton_->click();
+  } else if (event->key() == Qt::Key_Escape && defaultButton_ != nullptr) {
+    close();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void NativeWindow::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  QPainter painter(this);
+  const QColor background = palette().color(QPalette::Window);
+  painter.setBrush(background);  // of two frames that overlap, the later one is in front
+  painter.setPen(background.lightness() < 96 ? background.lighter(180) : background.darker(180));
+  for (const ControlLayout& control : layout_.controls) {
+    const QRect place = Pixels(control.place);
+    if (control.kind == ControlKind::Line)
+      painter.drawLine(place.topLeft(), place.topLeft() + QPoint(place.width(), place.height()));
+    if (control.kind == ControlKind::Frame) painter.drawRect(place.adjusted(0, 0, -1, -1));
+  }
+}
+
+Window::Window(std::string_view name) : native_(std::make_unique<NativeWindow>(FindLayout(name))) {}
+
+Window::~Window() = default;
+
+Button Window::Button(std::string_view name) const { return platform::Button(Find<NativeButton>(*native_, name)); }
+
+DropDownList Window::DropDownList(std::string_view name) const {
+  return platform::DropDownList(Find<NativeDropDownList>(*native_, name));
+}
+
+ListBox Window::ListBox(std::string_view name) const { return platform::ListBox(Find<NativeListBox>(*native_, name)); }
+
+TextBox Window::TextBox(std::string_view name) const { return platform::TextBox(Find<NativeTextBox>(*native_, name)); }
+
+void Window::Show() const { native_->Open(); }
+
+void Window::Close() const { native_->close(); }
+
+void Window::OnUnload(std::function<void(bool& cancel)> handler) const { native_->onUnload = std::move(handler); }
+
+void Window::OnClosed(std::function<void()> handler) const { native_->onClosed = std::move(handler); }
+
+void Window::TakeOutOfUse() const { native_->TakeOutOfUse(); }
+
+void Window::PutBackIntoUse() const { native_->PutBackIntoUse(); }
+
+}  // namespace platform

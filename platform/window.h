@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "platform/controls.h"
+
+namespace platform {
+
+struct NativeWindow;
+
+// A window made from the layout of its name, not shown yet. A name that no layout has, of a window or a control, or a
+// control of another kind, is an error in the program and ends it at once with a message.
+class Window {
+ public:
+  explicit Window(std::string_view name);
+  ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+  Window(Window&&) = delete;
+  Window& operator=(Window&&) = delete;
+
+  platform::Button Button(std::string_view name) const;
+  platform::DropDownList DropDownList(std::string_view name) const;
+  platform::ListBox ListBox(std::string_view name) const;
+  platform::TextBox TextBox(std::string_view name) const;
+
+  void Show() const;
+
+  // Asks the window to close, as the user's click on its close box does.
+  void Close() const;
+
+  // Called when the window is asked to close; setting `cancel` refuses it.
+  void OnUnload(std::function<void(bool& cancel)> handler) const;
+
+  // Called once the window has closed and its handlers have returned, so the window may be destroyed in it.
+  void OnClosed(std::function<void()> handler) const;
+
+  // Out of use, the window stays visible, takes no input and refuses to be closed. Back in use, it has the focus where
+  // it was.
+  void TakeOutOfUse() const;
+  void PutBackIntoUse() const;
+
+ private:
+  std::unique_ptr<NativeWindow> native_;
+};
+
+}  // namespace platform

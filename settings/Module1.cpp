@@ -1,0 +1,56 @@
+#include "settings/Module1.h"
+
+#include "platform/paths.h"
+#include "settings/EZINILib.h"
+#include "settings/schema.h"
+#include "settings/whole_number.h"
+
+namespace Module1 {
+namespace {
+
+platform::HostPath SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
+platform::HostPath MakeFile() { return platform::BesideExecutable("Make.ini"); }
+
+}  // namespace
+
+std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) {
+  return EZINILib::ReadINI(SettingsFile(), section, key, fallback);
+}
+
+void PutSetting(std::string_view section, std::string_view key, std::string_view value) {
+  EZINILib::WriteINI(SettingsFile(), section, key, value);
+}
+
+std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback) {
+  return EZINILib::ReadINI(MakeFile(), section, key, fallback);
+}
+
+std::int64_t GetNumber(std::string_view section, std::string_view key, std::int32_t fallback) {
+  return WholeNumber(GetSetting(section, key, std::to_string(fallback))).value_or(fallback);
+}
+
+std::int64_t GetMakeNumber(std::string_view section, std::string_view key, std::int32_t fallback) {
+  return WholeNumber(GetMakeSetting(section, key, std::to_string(fallback))).value_or(fallback);
+}
+
+void PutNumber(std::string_view section, std::string_view key, std::int64_t number) {
+  PutSetting(section, key, std::to_string(number));
+}
+
+std::int64_t GameCount() { return WholeNumber(GetSetting("Games", "Count", std::to_string(kNoGameCount))).value_or(0); }
+
+std::string GameName(std::int64_t game) { return GetSetting("Games", schema::GameKey(game), "Unknown"); }
+
+std::string GamePath(std::string_view game) { return GetSetting(game, "Path", "C:\\"); }
+
+std::int64_t ModCount(std::string_view game) { return GetNumber(game, "ModCount", 0); }
+
+std::int64_t FindMod(std::string_view game, std::string_view name) {
+  const std::int64_t count = ModCount(game);
+  for (std::int64_t i = 1; i <= count; ++i) {
+    if (GetSetting(schema::ModSection(game, i), "Name", "Unknown") == name) return i;
+  }
+  return kNoMod;
+}
+
+}  // namespace Module1

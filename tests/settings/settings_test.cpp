@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "settings/Module1.h"
+#include "settings/whole_number.h"
+#include "tests/support/own_folder.h"
+
+namespace fs = std::filesystem;
+using Module1::GetSetting;
+using Module1::PutSetting;
+using support::ReadFile;
+using support::SettingsFile;
+using support::WriteFile;
+
+namespace {
+
+TEST(WholeNumber, IsDecimalDigitsWithinThirtyTwoBits) {
+  struct Row {
+    const char* text;
+    std::optional<std::int32_t> number;
+  };
+  const Row rows[] = {
+      {"0", 0},      {"03", 3},
+      {" 12\t", 12}, {"-7", -7},
+      {"+7", 7},     {"2147483647", 2147483647},
+      {"", {}},      {"  ", {}},
+      {"-", {}},     {"+", {}},
+      {"+-1", {}},   {"2147483648", {}},
+      {"1.0", {}},   {"1e3", {}},
+      {"0x10", {}},  {"1 2", {}},
+      {"- 1", {}},   {"-2147483648", -2147483647 - 1},
+      {"ten", {}},   {"1x", {}},
+      {"--1", {}},   {"99999999999999999999", {}},
+  };
+  for (const Row& row : rows) EXPECT_EQ(WholeNumber(row.text), row.number) << "'" << row.text << "'";
+}
+
+class Settings : public testing::Test {
+ protected:
+  void SetUp() override { support::Reset(); }
+};
+
+TEST_F(Settings, AMissingFileReadsAsTheDefaultAndStaysMissing) {
+  EXPECT_EQ(GetSetting("Games", "Count", "-1"), "-1");
+  EXPECT_FALSE(fs::exists(SettingsFile()));
+  PutSetting("Games", "Count", "1");
+  EXPECT_EQ(ReadFile(SettingsFile()), "[Games]\r\nCount=1\r\n");
+}
+
+TEST_F(Settings, AChangeFromOutsideIsSeenAtOnce) {
+  PutSetting("A", "x", "1");
+  WriteFile(SettingsFile(), "[A]\nx=2\n");
+  EXPECT_EQ(GetSetting("A", "x", ""), "2");
+}
+
+TEST_F(Settings, ReadsGiveAtMost254Characters) {
+  const std::string whole(254, 'a');
+  WriteFile(SettingsFile(), "[A]\r\nfits=" + whole + "\r\ncut=" + whole + "bcd\r\n");
+  EXPECT_EQ(GetSetting("A", "fits", ""), whole);
+  EXPECT_EQ(GetSetting("A", "cut", ""), whole);
+  EXPECT_EQ(GetSetting("A", "missing", whole + "bcd"), whole);
+}
+
+TEST_F(Settings, AFileOfAnySizeIsReadWhole) {
+  for (const std::size_t size : {std::size_t{256} * 1024 - 10, std::size_t{256} * 1024 + 1, std::size_t{3'000'000}}) {
+    WriteFile(SettingsFile(), "[A]\nlong=" + std::string(size, 'x') + "\nlast=1\n");
+    EXPECT_EQ(GetSetting("A", "last", ""), "1") << size;
+    PutSetting("A", "last", "2");
+    EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nlong=" + std::string(size, 'x') + "\nlast=2\n") << size;
+  }
+}
+
+TEST_F(Settings, AFileThatDiffersInLetterCaseAloneIsTheSettingsFile) {
+  const fs::path found = support::ExecutableFolder() / "ULVANE.INI";
+  WriteFile(found, "[A]\nx=1\n");
+  EXPECT_EQ(GetSetting("A", "x", ""), "1");
+  PutSetting("A", "x", "2");
+  EXPECT_EQ(ReadFile(found), "[A]\nx=2\n");
+  EXPECT_FALSE(fs::exists(SettingsFile()));
+}
+
+TEST_F(Settings, AFileThatCannotBeReadIsNeverReplaced) {
+  fs::create_directory(SettingsFile());
+  EXPECT_EQ(GetSetting("A", "x", "default"), "default");
+  PutSetting("A", "x", "1");
+  EXPECT_TRUE(fs::is_directory(SettingsFile()));
+}
+
+TEST_F(Settings, NumbersThatAreNoneReadAsTheDefault) {
+  WriteFile(SettingsFile(), "[A]\nModCount=\nDirCount=many\n[Games]\nCount=2x\n");
+  EXPECT_EQ(Module1::ModCount("A"), 0);
+  EXPECT_EQ(Module1::GetNumber("A", "DirCount", 7), 7);
+  EXPECT_EQ(Module1::GameCount(), 0) << "a damaged count is no first start";
+  WriteFile(SettingsFile(), "");
+  EXPECT_EQ(Module1::GameCount(), Module1::kNoGameCount);
+}
+
+TEST_F(Settings, FindModComparesEveryCharacter) {
+  WriteFile(SettingsFile(), "[G]\nModCount=5\n[G.1]\nName=Foo\n[G.2]\nActive=1\n[G.3]\nName=Foo\n[G.4]\nName=" +
+                                std::string(300, 'n') + "\n[G.5]\nName='Foo '\n[G.6]\nName=beyond\n");
+  struct Row {
+    std::string name;
+    std::int64_t mod;
+  };
+  const Row rows[] = {
+      {"Foo", 1},
+      {"foo", Module1::kNoMod},
+      {" Foo", Module1::kNoMod},
+      {"Foo ", 5},
+      {"Unknown", 2},
+      {"", Module1::kNoMod},
+      {"beyond", Module1::kNoMod},
+      {std::string(254, 'n'), 4},
+      {std::string(300, 'n'), Module1::kNoMod},
+  };
+  for (const Row& row : rows) EXPECT_EQ(Module1::FindMod("G", row.name), row.mod) << row.name;
+  EXPECT_EQ(Module1::FindMod("no game", "Unknown"), Module1::kNoMod);
+}
+
+}  // namespace

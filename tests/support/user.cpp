@@ -1,0 +1,420 @@
+#include "tests/support/user.h"
+
+#include <QAbstractButton>
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QWindow>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+
+#include "app/layouts.h"
+#include "mods/frmMain.h"
+#include "platform/application.h"
+#include "platform/qt/run.h"
+#include "platform/qt/text.h"
+
+namespace support {
+
+using platform::FromQt;
+using platform::ToQt;
+
+// Hands the user's acts to the tool's thread and tells when the tool has come to rest.
+class Hands {
+ public:
+  Hands() {
+    connection_ = QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                                   [this] { NoteRest(); });
+  }
+  ~Hands() { QObject::disconnect(connection_); }
+  Hands(const Hands&) = delete;
+  Hands& operator=(const Hands&) = delete;
+  Hands(Hands&&) = delete;
+  Hands& operator=(Hands&&) = delete;
+
+  void AwaitStart() {
+    std::unique_lock lock(mutex_);
+    AwaitRest(lock);
+  }
+
+  void Do(const std::function<void()>& act) {
+    if (HasEnded()) throw std::runtime_error("the tool has ended");
+    DoOnce(act);
+    DoOnce([] {});  // what the act has put off until the next event has happened as well
+    if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
+  }
+
+  void NoteEnd() {
+    const std::lock_guard lock(mutex_);
+    hasEnded_ = true;
+    changed_.notify_all();
+  }
+
+ private:
+  bool HasEnded() {
+    const std::lock_guard lock(mutex_);
+    return hasEnded_;
+  }
+
+  void DoOnce(const std::function<void()>& act) {
+    std::unique_lock lock(mutex_);
+    if (hasEnded_) return;
+    isStarted_ = isAtRest_ = false;
+    QMetaObject::invokeMethod(
+        qApp, [this, act] { Start(act); }, Qt::QueuedConnection);
+    AwaitRest(lock);
+  }
+
+  void AwaitRest(std::unique_lock<std::mutex>& lock) {
+    constexpr auto kPatience = std::chrono::seconds(60);
+    if (!changed_.wait_for(lock, kPatience, [this] { return isAtRest_ || hasEnded_; })) {
+      std::fputs("The tool hangs.\n", stderr);
+      std::abort();
+    }
+  }
+
+  void Start(const std::function<void()>& act) {
+    {
+      const std::lock_guard lock(mutex_);
+      isStarted_ = true;
+    }
+    try {
+      act();
+    } catch (...) {
+      failure_ = std::current_exception();
+    }
+  }
+
+  void NoteRest() {
+    const std::lock_guard lock(mutex_);
+    if (!isStarted_) return;
+    isAtRest_ = true;
+    changed_.notify_all();
+  }
+
+  QMetaObject::Connection connection_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::exception_ptr failure_;
+  bool isStarted_ = true;  // the tool's start is the first act
+  bool isAtRest_ = false;
+  bool hasEnded_ = false;
+};
+
+namespace {
+
+template <typename Result>
+Result See(User& user, const std::function<Result()>& look) {
+  Result result{};
+  user.Do([&] { result = look(); });
+  return result;
+}
+
+[[noreturn]] void Fail(const std::string& what, std::string_view name) {
+  throw std::runtime_error(what + " '" + std::string(name) + "'");
+}
+
+template <typename Widget>
+Widget& As(QWidget& widget) {
+  auto* const cast = qobject_cast<Widget*>(&widget);
+  if (cast == nullptr) Fail("another kind of control:", FromQt(widget.objectName()));
+  return *cast;
+}
+
+// A click at a point of a widget, given to its window as the display would: what is in the way gets it instead.
+void ClickAt(QWidget& widget, QPoint point) {
+  QWindow* const window = widget.window()->windowHandle();
+  QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, widget.mapTo(widget.window(), point));
+}
+
+void Activate(QWidget& window) {
+  if (window.isActiveWindow() || QApplication::activeModalWidget() != nullptr) return;
+  window.activateWindow();
+  QApplication::processEvents();
+}
+
+QDialog& ShownDialog() {
+  auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (dialog == nullptr) Fail("no dialog is shown", "");
+  return *dialog;
+}
+
+Qt::Key ToQtKey(Key key) {
+  switch (key) {
+    case Key::Tab:
+      return Qt::Key_Tab;
+    case Key::BackTab:
+      return Qt::Key_Backtab;
+    case Key::Enter:
+      return Qt::Key_Return;
+    case Key::Escape:
+      return Qt::Key_Escape;
+    case Key::Space:
+      return Qt::Key_Space;
+    case Key::Up:
+      return Qt::Key_Up;
+    case Key::Down:
+      return Qt::Key_Down;
+  }
+  return Qt::Key_unknown;
+}
+
+std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text().remove('&')); }
+
+std::string IconOf(const QMessageBox& box) {
+  constexpr std::array kNames = {"", "information", "exclamation", "critical", "question"};
+  return kNames.at(static_cast<std::size_t>(box.icon()));
+}
+
+int FindEntry(const QAbstractItemModel& model, std::string_view text) {
+  for (int row = 0; row < model.rowCount(); ++row) {
+    if (FromQt(model.index(row, 0).data().toString()) == text) return row;
+  }
+  Fail("no entry", text);
+}
+
+void ClickEntryOf(QAbstractItemView& view, std::string_view text) {
+  const QModelIndex entry = view.model()->index(FindEntry(*view.model(), text), 0);
+  view.scrollTo(entry);
+  ClickAt(*view.viewport(), view.visualRect(entry).center());
+}
+
+}  // namespace
+
+QWidget& User::Window() const {
+  int number = 0;
+  for (QWidget* const widget : QApplication::topLevelWidgets()) {
+    if (FromQt(widget->objectName()) == window_ && widget->isVisible() && number++ == which_) return *widget;
+  }
+  Fail("no window", window_);
+}
+
+QWidget& User::Control(std::string_view name) const {
+  auto* const control = Window().findChild<QWidget*>(ToQt(name));
+  if (control == nullptr) Fail("no control", name);
+  return *control;
+}
+
+void User::LookAt(std::string_view window, int which) {
+  window_ = window;
+  which_ = which;
+}
+
+int User::CountWindows(std::string_view window) {
+  return See<int>(*this, [&] {
+    const auto windows = QApplication::topLevelWidgets();
+    return static_cast<int>(std::ranges::count_if(
+        windows, [&](QWidget* widget) { return widget->isVisible() && FromQt(widget->objectName()) == window; }));
+  });
+}
+
+bool User::IsInUse() {
+  return See<bool>(*this, [&] { return Window().isEnabled(); });
+}
+
+void User::Click(std::string_view control) {
+  Do([&] {
+    QWidget& widget = Control(control);
+    Activate(Window());
+    ClickAt(widget, widget.rect().center());
+  });
+}
+
+void User::ClickEntry(std::string_view list, std::string_view text) {
+  Do([&] {
+    Activate(Window());
+    ClickEntryOf(As<QListWidget>(Control(list)), text);
+  });
+}
+
+void User::Choose(std::string_view dropDown, std::string_view text) {
+  constexpr int kInterval = 1;  // milliseconds; for so long the list takes a click's end for that of the opening click
+  Do([] { QApplication::setDoubleClickInterval(kInterval); });
+  Click(dropDown);
+  std::this_thread::sleep_for(std::chrono::milliseconds(20 * kInterval));
+  Do([&] { ClickEntryOf(*As<QComboBox>(Control(dropDown)).view(), text); });
+}
+
+void User::OpenDropDown(std::string_view dropDown) {
+  Click(dropDown);
+  Do([&] {
+    if (QApplication::activePopupWidget() == nullptr) Fail("nothing dropped down from", dropDown);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+  });
+}
+
+void User::Type(std::string_view text) {
+  Do([&] {
+    if (QApplication::focusWidget() == nullptr) Fail("no focus for", text);
+    QTest::keyClicks(QApplication::focusWidget(), ToQt(text));
+  });
+}
+
+void User::Press(Key key) {
+  Do([&] {
+    if (QGuiApplication::focusWindow() == nullptr) Fail("no window has the focus for", "a key");
+    const auto modifiers = key == Key::BackTab ? Qt::ShiftModifier : Qt::NoModifier;
+    QTest::keyClick(QGuiApplication::focusWindow(), ToQtKey(key), modifiers);
+  });
+}
+
+void User::CloseWindow() {
+  Do([&] { Window().windowHandle()->close(); });
+}
+
+void User::SwitchToAnotherProgram() {
+  Do([&] {
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::processEvents();
+    if (QApplication::activeWindow() != &other) Fail("cannot leave", window_);
+    other.hide();
+    Window().activateWindow();
+    QApplication::processEvents();
+  });
+}
+
+std::vector<std::string> User::Entries(std::string_view list) {
+  return See<std::vector<std::string>>(*this, [&] {
+    auto* const dropDown = qobject_cast<QComboBox*>(&Control(list));
+    const QAbstractItemModel& model =
+        dropDown != nullptr ? *dropDown->model() : *As<QListWidget>(Control(list)).model();
+    std::vector<std::string> texts;
+    for (int row = 0; row < model.rowCount(); ++row) texts.push_back(FromQt(model.index(row, 0).data().toString()));
+    return texts;
+  });
+}
+
+std::string User::Selected(std::string_view list) {
+  return See<std::string>(*this, [&] {
+    if (auto* const dropDown = qobject_cast<QComboBox*>(&Control(list))) return FromQt(dropDown->currentText());
+    const auto selected = As<QListWidget>(Control(list)).selectedItems();
+    return selected.isEmpty() ? std::string() : FromQt(selected.front()->text());
+  });
+}
+
+bool User::IsEnabled(std::string_view control) {
+  return See<bool>(*this, [&] { return Control(control).isEnabled(); });
+}
+
+std::string User::Focus() {
+  return See<std::string>(*this, [] {
+    const QWidget* const focused = QApplication::focusWidget();
+    return focused == nullptr ? std::string() : FromQt(focused->objectName());
+  });
+}
+
+std::string User::ActiveWindow() {
+  return See<std::string>(*this, [] {
+    const QWidget* const active = QApplication::activeWindow();
+    return active == nullptr ? std::string() : FromQt(active->objectName());
+  });
+}
+
+void User::AwaitActiveWindow() {
+  constexpr int kPatience = 200;
+  for (int i = 0; i < kPatience; ++i) {
+    if (See<bool>(*this, [] { return QApplication::activeWindow() != nullptr; })) return;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  Fail("no window became active", "");
+}
+
+std::optional<Message> User::ShownMessage() {
+  return See<std::optional<Message>>(*this, []() -> std::optional<Message> {
+    const auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return std::nullopt;
+    const QPushButton* const defaultButton = box->defaultButton();
+    Message message{FromQt(box->windowTitle()), FromQt(box->text()), IconOf(*box), {CaptionOf(*defaultButton)}};
+    for (const QAbstractButton* const button : box->buttons()) {
+      if (button != defaultButton) message.buttons.push_back(CaptionOf(*button));
+    }
+    return message;
+  });
+}
+
+void User::Answer(std::string_view button) {
+  Do([&] {
+    for (auto* const candidate : ShownDialog().findChildren<QAbstractButton*>()) {
+      if (CaptionOf(*candidate) == button && candidate->isVisible()) {
+        return ClickAt(*candidate, candidate->rect().center());
+      }
+    }
+    Fail("no button", button);
+  });
+}
+
+void User::DismissDialog() {
+  Do([] { ShownDialog().windowHandle()->close(); });
+}
+
+std::string User::DialogTitle() {
+  return See<std::string>(*this, [] {
+    const QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog == nullptr ? std::string() : FromQt(dialog->windowTitle());
+  });
+}
+
+void User::SavePicture(const std::filesystem::path& file) {
+  Do([&] {
+    if (!Window().grab().save(QString::fromStdU16String(file.u16string()))) Fail("cannot save", file.string());
+  });
+}
+
+void User::SaveDialogPicture(const std::filesystem::path& file) {
+  Do([&] {
+    if (!ShownDialog().grab().save(QString::fromStdU16String(file.u16string()))) Fail("cannot save", file.string());
+  });
+}
+
+void User::Do(const std::function<void()>& act) { hands_->Do(act); }
+
+int Use(const std::function<void(User&)>& acts) {
+  int argumentCount = 1;
+  std::string programName = "gantrel";
+  std::array<char*, 2> arguments = {programName.data(), nullptr};
+  const platform::Application application(Layouts(), argumentCount, arguments.data());
+  Hands itsHands;
+  std::exception_ptr failure;
+  std::thread user([&] {
+    try {
+      itsHands.AwaitStart();
+      User self(itsHands);
+      self.AwaitActiveWindow();
+      acts(self);
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    QMetaObject::invokeMethod(
+        qApp, [] { platform::Quit(); }, Qt::QueuedConnection);
+  });
+  int exitCode = EXIT_FAILURE;
+  {
+    frmMain mainWindow;
+    mainWindow.Form_Load();
+    mainWindow.Show();
+    exitCode = platform::Application::Run();
+  }
+  itsHands.NoteEnd();
+  user.join();
+  if (failure) std::rethrow_exception(failure);
+  return exitCode;
+}
+
+}  // namespace support

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QWidget;
+
+// Someone who uses the tool: clicks, types, reads what the screen shows. The windows are the real ones, and everything
+// goes through the events that a mouse and a keyboard cause.
+//
+// The tool runs on the main thread; the user acts from a thread of their own, so what they do reads from top to bottom,
+// also where a command waits for a dialog. Each act returns when the tool has come to rest: the command has ended, or
+// waits for the user in a dialog. All text is in the code page. An act that cannot be done throws.
+namespace support {
+
+struct Message {
+  std::string title;
+  std::string text;
+  std::string icon;                  // "", "information", "exclamation" or "critical"
+  std::vector<std::string> buttons;  // the default button first
+  bool operator==(const Message&) const = default;
+};
+
+enum class Key : std::uint8_t { Tab, BackTab, Enter, Escape, Space, Up, Down };
+
+class Hands;
+
+class User {
+ public:
+  explicit User(Hands& hands) : hands_(&hands) {}
+
+  // The window that the following acts are about, the `which`th of that name, in the order of their opening.
+  void LookAt(std::string_view window, int which = 0);
+  int CountWindows(std::string_view window);  // those on the screen
+  bool IsInUse();                             // whether the window takes input
+
+  void Click(std::string_view control);
+  void ClickEntry(std::string_view list, std::string_view text);
+  void Choose(std::string_view dropDown, std::string_view text);  // opens it, and clicks the entry
+  void OpenDropDown(std::string_view dropDown);                   // and closes it again with Escape
+  void Type(std::string_view text);                               // where the focus is, in place of what is selected
+  void Press(Key key);
+  void CloseWindow();             // by its close box
+  void SwitchToAnotherProgram();  // and back
+
+  std::vector<std::string> Entries(std::string_view list);
+  std::string Selected(std::string_view list);  // its text; empty when no entry is
+  bool IsEnabled(std::string_view control);
+  std::string Focus();  // the name of the control with the focus, in the active window
+  std::string ActiveWindow();
+  void AwaitActiveWindow();  // the display gives a new window the focus in its own time
+
+  std::optional<Message> ShownMessage();
+  void Answer(std::string_view button);  // of the message or other dialog that is shown
+  void DismissDialog();                  // by its close box
+  std::string DialogTitle();             // of the message or other dialog that is shown; empty when none is
+
+  void SavePicture(const std::filesystem::path& file);        // of the window
+  void SaveDialogPicture(const std::filesystem::path& file);  // of the message or other dialog
+
+  // What nothing above says: runs on the tool's thread.
+  void Do(const std::function<void()>& act);
+
+ private:
+  QWidget& Window() const;
+  QWidget& Control(std::string_view name) const;
+
+  Hands* hands_;
+  std::string window_ = "frmMain";
+  int which_ = 0;
+};
+
+// Starts the tool, lets the user act, and ends the tool when the user is done and it has not ended by itself. Rethrows
+// what `acts` throws. Returns the tool's exit code.
+int Use(const std::function<void(User&)>& acts);
+
+}  // namespace support
