@@ -4,6 +4,7 @@
 
 namespace {
 
+using platform::ButtonRole;
 using platform::Colours;
 using platform::ControlLayout;
 using platform::FontLayout;
@@ -98,6 +99,72 @@ constexpr std::array kMainControls = {
     ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12),
 };
 
+constexpr std::array kNewControls = {
+    ControlLayout{.name = "Shape1", .kind = Frame, .place = {840, 2760, 2895, 735}},
+    ControlLayout{.name = "OKButton",
+                  .kind = Button,
+                  .caption = "OK",
+                  .place = {2280, 2880, 1215, 375},
+                  .tabOrder = 0,
+                  .role = ButtonRole::Default},
+    ControlLayout{.name = "CancelButton",
+                  .kind = Button,
+                  .caption = "Cancel",
+                  .place = {960, 2880, 1215, 375},
+                  .tabOrder = 1,
+                  .role = ButtonRole::Cancel},
+    ControlLayout{.name = "Label1",
+                  .kind = Label,
+                  .caption = "Name:",
+                  .place = {120, 120, 1695, 375},
+                  .tabOrder = 2,
+                  .font = Comic(9.75)},
+    ControlLayout{
+        .name = "txtName", .kind = TextBox, .place = {720, 120, 2775, 375}, .tabOrder = 3, .spokenName = "Name"},
+    ControlLayout{.name = "Label2",
+                  .kind = Label,
+                  .caption = "Data Folder(s):",
+                  .place = {120, 720, 1455, 255},
+                  .tabOrder = 4,
+                  .font = Comic(9.75)},
+    ControlLayout{.name = "lstDirs",
+                  .kind = MultiListBox,
+                  .place = {120, 960, 3375, 1485},
+                  .tabOrder = 6,
+                  .spokenName = "Data Folder(s)"},
+};
+
+constexpr std::array kSetupControls = {
+    ControlLayout{.name = "Shape1", .kind = Frame, .place = {0, 360, 1815, 1215}},
+    ControlLayout{.name = "Shape2", .kind = Frame, .place = {2760, 1440, 1455, 975}},
+    ControlLayout{.name = "OKButton",
+                  .kind = Button,
+                  .caption = "OK",
+                  .place = {2880, 1920, 1215, 375},
+                  .tabOrder = 0,
+                  .font = Comic(9.75),
+                  .role = ButtonRole::Default},
+    ControlLayout{.name = "lstGames",
+                  .kind = ListBox,
+                  .place = {600, 0, 5775, 1845},
+                  .tabOrder = 1,
+                  .spokenName = "Installations"},
+    ControlLayout{.name = "cmdnew",
+                  .kind = Button,
+                  .caption = "+",
+                  .place = {120, 480, 375, 375},
+                  .tabOrder = 2,
+                  .font = ComicBold(11.25),
+                  .spokenName = "New"},
+    ControlLayout{.name = "cmdDelete",
+                  .kind = Button,
+                  .caption = "X",
+                  .place = {120, 960, 375, 375},
+                  .tabOrder = 3,
+                  .font = ComicBold(9.75),
+                  .spokenName = "Delete"},
+};
+
 constexpr Colours kWhiteOnGrey = {.background = {128, 128, 128}, .labels = {255, 255, 255}};
 
 constexpr std::array kWindows = {
@@ -108,6 +175,19 @@ constexpr std::array kWindows = {
                  .font = Comic(9),
                  .controls = kMainControls,
                  .colours = kWhiteOnGrey},
+    WindowLayout{.name = "frmNew",
+                 .caption = "New Mod",
+                 .width = 3600,
+                 .height = 3375,
+                 .font = Comic(9),
+                 .controls = kNewControls,
+                 .firstFocus = "txtName"},
+    WindowLayout{.name = "frmDoWSetup",
+                 .caption = "DoW Installation Setup",
+                 .width = 6390,
+                 .height = 2385,
+                 .font = Comic(9),
+                 .controls = kSetupControls},
 };
 
 }  // namespace

@@ -29,11 +29,16 @@ frmMain::frmMain()
   cmdDeactivateAll.OnClick([this] { cmdDeactivateAll_Click(); });
   cmdMoveUp.OnClick([this] { cmdMoveUp_Click(); });
   cmdMoveDown.OnClick([this] { cmdMoveDown_Click(); });
+  cmdNewMod.OnClick([this] { cmdNewMod_Click(); });
+  cmdDeleteMod.OnClick([this] { cmdDeleteMod_Click(); });
+  cmdGoToGames.OnClick([this] { cmdGoToGames_Click(); });
 }
 
 frmMain::~frmMain() = default;
 
 void frmMain::Form_Load() const {
+  const bool isFirstStart = GetSetting("Games", "Count", "-1") == "-1";
+  if (isFirstStart) cmdGoToGames_Click();
   RefreshGames();
   if (!GetBPath().empty()) ListMods();
 }

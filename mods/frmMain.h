@@ -54,7 +54,7 @@ class frmMain {
   using ModuleFailure = std::optional<std::string>;
 
   void lstGame_Validate() const;
-  void cmdGoToGames_Click();
+  void cmdGoToGames_Click() const;
   void cmdActivate1_Click() const;
   void cmdDeactivate1_Click() const;
   void cmdActivateAll_Click() const;

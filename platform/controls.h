@@ -70,6 +70,7 @@ class TextBox {
  public:
   explicit TextBox(NativeTextBox& native) : native_(&native) {}
   std::string Text() const;
+  void TakeFocus() const;
 
  private:
   NativeTextBox* native_;

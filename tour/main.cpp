@@ -1,10 +1,12 @@
 // Shows by itself what Gantrel does, on a machine without a display: says each act, does it in the real windows, takes
-// pictures of them, and prints the module file. Arguments: the game's folder, the folder for the pictures.
+// pictures of them and of every message, and prints what came of it. Runs in a compatibility prefix with a game in it.
+// Arguments: the game's executable, the folder for the pictures.
 
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 #include "tests/support/own_folder.h"
@@ -13,35 +15,176 @@
 namespace {
 
 namespace fs = std::filesystem;
+using support::Key;
 using support::User;
 
-void Say(const std::string& sentence) {
-  std::printf("  %s\n", sentence.c_str());
-  std::fflush(stdout);
-}
+class Tour {
+ public:
+  Tour(User& user, fs::path game, fs::path pictures)
+      : user_(user), game_(std::move(game)), pictures_(std::move(pictures)) {}
 
-std::string Listed(User& user, const char* list) {
-  std::string text;
-  for (const std::string& entry : user.Entries(list)) text += (text.empty() ? "" : ", ") + entry;
-  return text.empty() ? "none" : text;
-}
+  void Go() {
+    StartForTheFirstTime();
+    RegisterTheGame();
+    MakeMods();
+    ActivateAndOrder();
+    DeleteAMod();
+    FailToWrite();
+    KeepTheGame();
+  }
 
-void SayLists(User& user) {
-  Say("    Available: " + Listed(user, "lstNotActive") + ". Activated: " + Listed(user, "lstActive") + ".");
-}
+ private:
+  static void Say(const std::string& sentence) {
+    std::printf("  %s\n", sentence.c_str());
+    std::fflush(stdout);
+  }
 
-void DoTheMainJob(User& user, const fs::path& pictures) {
-  Say("Gantrel is open, with the game '" + user.Selected("lstGame") + "'.");
-  SayLists(user);
-  Say("Click on 'Big Armies', then on '>': it is activated.");
-  user.ClickEntry("lstNotActive", "Big Armies");
-  user.Click("cmdActivate1");
-  SayLists(user);
-  Say("Click on 'Better Maps', then on '\\/': it moves down, so the game looks into it earlier.");
-  user.ClickEntry("lstActive", "Better Maps");
-  user.Click("cmdMoveDown");
-  SayLists(user);
-  user.SavePicture(pictures / "main-window.png");
+  void SayLists() {
+    const auto listed = [this](const char* list) {
+      std::string text;
+      for (const std::string& entry : user_.Entries(list)) text += (text.empty() ? "" : ", ") + entry;
+      return text.empty() ? "none" : text;
+    };
+    Say("    Available: " + listed("lstNotActive") + ". Activated: " + listed("lstActive") + ".");
+  }
+
+  // Takes a picture of the message that is shown, and gives the answer.
+  void Answer(const char* picture, const std::string& button) {
+    const auto message = user_.ShownMessage();
+    if (!message) throw std::runtime_error(std::string("no message for ") + picture);
+    Say("    " + message->title + ": " + message->text.substr(0, message->text.find('\n')) + " [" + button + "]");
+    Picture(picture);
+    user_.Answer(button);
+  }
+
+  void Picture(const char* name) {
+    const fs::path file = pictures_ / (std::string(name) + ".png");
+    user_.DialogTitle().empty() ? user_.SavePicture(file) : user_.SaveDialogPicture(file);
+  }
+
+  void StartForTheFirstTime() {
+    Say("The first start: no game is known yet, so the installation setup opens. Close it.");
+    user_.LookAt("frmDoWSetup");
+    user_.CloseWindow();
+    user_.LookAt("frmMain");
+    Say("Click on '+': a mod needs a game.");
+    user_.Click("cmdNewMod");
+    Answer("message-no-game", "OK");
+  }
+
+  void NameAGame(const char* name) {
+    user_.Click("cmdnew");
+    user_.Type(name);
+  }
+
+  void RegisterTheGame() {
+    Say("Click on '*', then on '+', and name the game 'Sample Game'.");
+    user_.Click("cmdGoToGames");
+    user_.LookAt("frmDoWSetup");
+    NameAGame("Sample Game");
+    Picture("game-name");
+    user_.Press(Key::Enter);
+    Say("Pick its W40k.exe.");
+    user_.TypeFileName(game_.filename().string());
+    Picture("game-file");
+    user_.Press(Key::Enter);
+    Say("    Listed: " + user_.Entries("lstGames").back());
+    Say("Click on '+' and name another one the same.");
+    NameAGame("Sample Game");
+    user_.Press(Key::Enter);
+    Answer("message-game-name-taken", "OK");
+    user_.LookAt("frmDoWSetup");
+    Picture("setup");
+    Say("Click on 'OK'.");
+    user_.Click("OKButton");
+  }
+
+  void OpenNewMod() {
+    user_.LookAt("frmMain");
+    user_.Click("cmdNewMod");
+    user_.LookAt("frmNew");
+  }
+
+  void MakeMods() {
+    Say("Click on '+', and on 'OK' without a name.");
+    OpenNewMod();
+    user_.Click("OKButton");
+    Answer("message-mod-name-empty", "OK");
+    Say("Name the mod 'Better Maps', and choose two folders.");
+    user_.Type("Better Maps");
+    user_.ClickEntry("lstDirs", "BetterMaps");
+    user_.ClickEntry("lstDirs", "BetterMaps_Sound");
+    Picture("new-mod");
+    user_.Click("OKButton");
+    Say("Make 'Big Armies' and 'Night Sky' the same way.");
+    for (const auto& [name, folder] : {std::pair("Big Armies", "BigArmies"), std::pair("Night Sky", "NightSky")}) {
+      OpenNewMod();
+      user_.Type(name);
+      user_.ClickEntry("lstDirs", folder);
+      user_.Click("OKButton");
+    }
+    Say("Try to make a second 'Night Sky'.");
+    OpenNewMod();
+    user_.Type("Night Sky");
+    user_.Click("OKButton");
+    Answer("message-mod-name-taken", "OK");
+    user_.Click("CancelButton");
+    user_.LookAt("frmMain");
+    SayLists();
+  }
+
+  void ActivateAndOrder() {
+    Say("Click on 'Better Maps', then on '>'; on 'Big Armies', then on '>'.");
+    for (const char* const name : {"Better Maps", "Big Armies"}) {
+      user_.ClickEntry("lstNotActive", name);
+      user_.Click("cmdActivate1");
+    }
+    SayLists();
+    Say("Click on 'Better Maps', then on '\\/': it moves down, so the game looks into it earlier.");
+    user_.ClickEntry("lstActive", "Better Maps");
+    user_.Click("cmdMoveDown");
+    SayLists();
+    Picture("main-window");
+  }
+
+  void DeleteAMod() {
+    Say("Click on 'Night Sky', then on 'X'.");
+    user_.ClickEntry("lstNotActive", "Night Sky");
+    user_.Click("cmdDeleteMod");
+    Answer("message-delete-mod", "OK");
+    SayLists();
+  }
+
+  void FailToWrite() {
+    Say("Take the header template away; click on 'Big Armies', then on '<'.");
+    const fs::path header = fs::read_symlink("/proc/self/exe").parent_path() / "HEADER";
+    fs::rename(header, header.string() + ".away");
+    user_.ClickEntry("lstActive", "Big Armies");
+    user_.Click("cmdDeactivate1");
+    Answer("message-module-file", "OK");
+    fs::rename(header.string() + ".away", header);
+    Say("Put it back, and activate 'Big Armies' again.");
+    user_.Click("cmdActivateAll");
+    SayLists();
+  }
+
+  void KeepTheGame() {
+    Say("Click on '*', on the game, and on 'X'; but keep it.");
+    user_.Click("cmdGoToGames");
+    user_.LookAt("frmDoWSetup");
+    user_.ClickEntry("lstGames", user_.Entries("lstGames").front());
+    user_.Click("cmdDelete");
+    Answer("message-delete-game", "No");
+    user_.Click("OKButton");
+  }
+
+  User& user_;
+  fs::path game_;
+  fs::path pictures_;
+};
+
+void Show(const fs::path& file) {
+  std::printf("\n%s:\n\n%s", file.filename().c_str(), support::ReadFile(file).c_str());
 }
 
 }  // namespace
@@ -51,12 +194,12 @@ int main(int argumentCount, char** arguments) {
   const fs::path game = arguments[1];
   const fs::path pictures = arguments[2];
   try {
-    support::Use([&](User& user) { DoTheMainJob(user, pictures); });
+    support::Use([&](User& user) { Tour(user, game, pictures).Go(); });
+    Show(fs::read_symlink("/proc/self/exe").parent_path() / "Ulvane.ini");
+    Show(game.parent_path() / "Ulvane.module");
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "The tour broke off: %s\n", failure.what());
     return EXIT_FAILURE;
   }
-  std::printf("\nThe module file, %s:\n\n%s\nPictures of the windows are in %s.\n", (game / "Ulvane.module").c_str(),
-              support::ReadFile(game / "Ulvane.module").c_str(), pictures.c_str());
   return EXIT_SUCCESS;
 }

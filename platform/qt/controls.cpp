@@ -99,4 +99,6 @@ void ListBox::SetEmptyText(std::string_view text) const { native_->emptyText = T
 
 std::string TextBox::Text() const { return FromQt(native_->text()); }
 
+void TextBox::TakeFocus() const { native_->setFocus(); }
+
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -26,6 +27,7 @@
 #include "app/layouts.h"
 #include "mods/frmMain.h"
 #include "platform/application.h"
+#include "platform/qt/native.h"
 #include "platform/qt/run.h"
 #include "platform/qt/text.h"
 
@@ -59,6 +61,11 @@ class Hands {
     if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
   }
 
+  bool HasEnded() {
+    const std::lock_guard lock(mutex_);
+    return hasEnded_;
+  }
+
   void NoteEnd() {
     const std::lock_guard lock(mutex_);
     hasEnded_ = true;
@@ -66,11 +73,6 @@ class Hands {
   }
 
  private:
-  bool HasEnded() {
-    const std::lock_guard lock(mutex_);
-    return hasEnded_;
-  }
-
   void DoOnce(const std::function<void()>& act) {
     std::unique_lock lock(mutex_);
     if (hasEnded_) return;
@@ -174,6 +176,13 @@ Qt::Key ToQtKey(Key key) {
   return Qt::Key_unknown;
 }
 
+// Characters of any keyboard; which key they are on does not matter.
+void TypeInto(QWidget& widget, const QString& text) {
+  for (const QChar& character : text) {
+    QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(character), Qt::NoModifier);
+  }
+}
+
 std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text().remove('&')); }
 
 std::string IconOf(const QMessageBox& box) {
@@ -260,8 +269,9 @@ void User::OpenDropDown(std::string_view dropDown) {
 
 void User::Type(std::string_view text) {
   Do([&] {
+    if (QApplication::activeModalWidget() == nullptr) Activate(Window());
     if (QApplication::focusWidget() == nullptr) Fail("no focus for", text);
-    QTest::keyClicks(QApplication::focusWidget(), ToQt(text));
+    TypeInto(*QApplication::focusWidget(), ToQt(text));
   });
 }
 
@@ -327,6 +337,20 @@ std::string User::ActiveWindow() {
   });
 }
 
+std::string User::EmptyText(std::string_view list) {
+  return See<std::string>(*this, [&] {
+    auto* const native = dynamic_cast<platform::NativeListBox*>(&Control(list));
+    return native == nullptr ? std::string() : FromQt(native->emptyText);
+  });
+}
+
+std::string User::TextOfFocus() {
+  return See<std::string>(*this, [] {
+    const auto* const box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    return box == nullptr ? std::string() : FromQt(box->text());
+  });
+}
+
 void User::AwaitActiveWindow() {
   constexpr int kPatience = 200;
   for (int i = 0; i < kPatience; ++i) {
@@ -364,6 +388,23 @@ void User::DismissDialog() {
   Do([] { ShownDialog().windowHandle()->close(); });
 }
 
+void User::TypeFileName(std::string_view name) {
+  Do([&] {
+    auto* const box = ShownDialog().findChild<QLineEdit*>();
+    if (box == nullptr) Fail("no box for a file name", "");
+    box->setFocus();
+    box->selectAll();
+    TypeInto(*box, QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+  });
+}
+
+std::string User::DialogText() {
+  return See<std::string>(*this, [] {
+    const auto* const label = ShownDialog().findChild<QLabel*>();
+    return label == nullptr ? std::string() : FromQt(label->text());
+  });
+}
+
 std::string User::DialogTitle() {
   return See<std::string>(*this, [] {
     const QWidget* const dialog = QApplication::activeModalWidget();
@@ -382,6 +423,8 @@ void User::SaveDialogPicture(const std::filesystem::path& file) {
     if (!ShownDialog().grab().save(QString::fromStdU16String(file.u16string()))) Fail("cannot save", file.string());
   });
 }
+
+bool User::HasEnded() { return hands_->HasEnded(); }
 
 void User::Do(const std::function<void()>& act) { hands_->Do(act); }
 

@@ -51,17 +51,23 @@ class User {
   std::vector<std::string> Entries(std::string_view list);
   std::string Selected(std::string_view list);  // its text; empty when no entry is
   bool IsEnabled(std::string_view control);
-  std::string Focus();  // the name of the control with the focus, in the active window
+  std::string EmptyText(std::string_view list);  // what it shows in the place of entries
+  std::string TextOfFocus();                     // what stands in the text box with the focus
+  std::string Focus();                           // the name of the control with the focus, in the active window
   std::string ActiveWindow();
   void AwaitActiveWindow();  // the display gives a new window the focus in its own time
 
   std::optional<Message> ShownMessage();
-  void Answer(std::string_view button);  // of the message or other dialog that is shown
-  void DismissDialog();                  // by its close box
-  std::string DialogTitle();             // of the message or other dialog that is shown; empty when none is
+  void Answer(std::string_view button);      // of the message or other dialog that is shown
+  void DismissDialog();                      // by its close box
+  void TypeFileName(std::string_view name);  // into the file dialog, in place of what is there; UTF-8
+  std::string DialogText();                  // what a dialog that is no message says
+  std::string DialogTitle();                 // of the message or other dialog that is shown; empty when none is
 
   void SavePicture(const std::filesystem::path& file);        // of the window
   void SaveDialogPicture(const std::filesystem::path& file);  // of the message or other dialog
+
+  bool HasEnded();
 
   // What nothing above says: runs on the tool's thread.
   void Do(const std::function<void()>& act);

@@ -1,0 +1,15 @@
+#include "installations/frmDoWSetup.h"
+#include "mods/frmMain.h"
+#include "platform/events.h"
+
+// The mod lists are not refilled here: they follow the selector when the focus leaves it.
+void frmMain::cmdGoToGames_Click() const {
+  window_.TakeOutOfUse();
+  {
+    const frmDoWSetup setup(*this);
+    setup.Show();
+    platform::WaitUntil([&setup] { return setup.DoneYet(); });
+    setup.Close();
+  }
+  window_.PutBackIntoUse();
+}
