@@ -375,4 +375,79 @@ TEST_F(Setup, TheWholeRoad) {
                                             "Dir1=Maps"}));
 }
 
+TEST_F(Setup, TheRoadByKeyboardAlone) {
+  Registry(Entry("Dawn of War", "C:\\\\Games\\\\D\\xf6W"));
+  for (const char* const name : {"Maps", "Sound"}) fs::create_directories(support::GameFolder() / "W40k" / name);
+  support::Use([&](User& user) {
+    const auto press = [&](std::string_view button) {
+      user.GoTo(button);
+      user.Press(Key::Enter);
+    };
+    user.LookAt("frmDoWSetup");
+    user.Press(Key::Enter);
+    for (const char* const name : {"One", "Two", "Three"}) {
+      user.LookAt("frmMain");
+      press("cmdNewMod");
+      user.LookAt("frmNew");
+      user.Type(name);
+      user.GoTo("lstDirs");
+      user.Press(Key::Down);
+      user.Press(Key::Space);
+      user.Press(Key::Enter);
+    }
+    user.LookAt("frmMain");
+    user.GoTo("lstNotActive");
+    user.Press(Key::Space);
+    press("cmdActivate1");
+    press("cmdActivateAll");
+    user.GoTo("lstActive");
+    user.Press(Key::Space);
+    press("cmdMoveDown");
+    EXPECT_EQ(user.Entries("lstActive"), (Names{"Two", "One", "Three"}));
+    press("cmdMoveDown");
+    user.Press(Key::BackTab);
+    user.Press(Key::Enter);
+    EXPECT_EQ(user.Entries("lstActive"), (Names{"Two", "One", "Three"})) << "up again";
+    EXPECT_EQ(user.Selected("lstActive"), "One");
+    press("cmdDeactivate1");
+    press("cmdDeactivateAll");
+    EXPECT_EQ(ReadFile(support::ModuleFile()), support::Module({}));
+    user.GoTo("lstNotActive");
+    user.Press(Key::Down);
+    press("cmdDeleteMod");
+    user.Press(Key::Enter);
+    EXPECT_EQ(user.Entries("lstNotActive"), (Names{"Two", "Three"}));
+    press("cmdGoToGames");
+    user.LookAt("frmDoWSetup");
+    press("cmdnew");
+    user.Type("Second");
+    user.Press(Key::Enter);
+    Pick(user, elsewhere_.string());
+    user.GoTo("lstGames");
+    user.Press(Key::Space);
+    press("cmdDelete");
+    user.Press(Key::Enter);
+    EXPECT_EQ(user.Entries("lstGames"), Names{"Second (" + onZ_ + ")"});
+    user.Press(Key::Escape);
+  });
+  EXPECT_EQ(ReadFile(SettingsFile()), Text({"[Games]",          "DoW1=Second",
+                                            "Count=1",          "DoW2=Second",  //
+                                            "[Dawn of War]",    "Path=C:\\Games\\D\xF6W\\",
+                                            "AutoPath=1",       "ModCount=2",  //
+                                            "[Dawn of War.1]",  "Name=Two",
+                                            "Active=0",         "DirCount=1",
+                                            "Dir1=Sound",  //
+                                            "[Dawn of War.2]",  "Name=Three",
+                                            "Active=0",         "DirCount=1",
+                                            "Dir1=Sound",  //
+                                            "[Dawn of War.3]",  "Name=Three",
+                                            "Active=0",         "DirCount=1",
+                                            "Dir1=Sound",  //
+                                            "[Dawn of War.-1]", "Name=One",
+                                            "Active=1",         "DirCount=1",
+                                            "Dir1=Sound",  //
+                                            "[Second]"}) +
+                                          "Path=" + onZ_ + Text({"", "AutoPath=0"}));
+}
+
 }  // namespace

@@ -277,10 +277,20 @@ void User::Type(std::string_view text) {
 
 void User::Press(Key key) {
   Do([&] {
+    if (QApplication::activeModalWidget() == nullptr) Activate(Window());
     if (QGuiApplication::focusWindow() == nullptr) Fail("no window has the focus for", "a key");
     const auto modifiers = key == Key::BackTab ? Qt::ShiftModifier : Qt::NoModifier;
     QTest::keyClick(QGuiApplication::focusWindow(), ToQtKey(key), modifiers);
   });
+}
+
+void User::GoTo(std::string_view control) {
+  constexpr int kMostControls = 16;
+  for (int i = 0; i < kMostControls; ++i) {
+    if (Focus() == control) return;
+    Press(Key::Tab);
+  }
+  Fail("the Tab key does not come to", control);
 }
 
 void User::CloseWindow() {

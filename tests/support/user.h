@@ -45,8 +45,9 @@ class User {
   void OpenDropDown(std::string_view dropDown);                   // and closes it again with Escape
   void Type(std::string_view text);                               // where the focus is, in place of what is selected
   void Press(Key key);
-  void CloseWindow();             // by its close box
-  void SwitchToAnotherProgram();  // and back
+  void GoTo(std::string_view control);  // by the Tab key
+  void CloseWindow();                   // by its close box
+  void SwitchToAnotherProgram();        // and back
 
   std::vector<std::string> Entries(std::string_view list);
   std::string Selected(std::string_view list);  // its text; empty when no entry is
