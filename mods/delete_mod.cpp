@@ -8,6 +8,7 @@
 namespace {
 
 void DeleteMod(const std::string& game, const std::string& name) {
+  const Module1::WholeChange change;  // half of it would leave a mod twice, or another one not at all
   const std::int64_t count = Module1::ModCount(game);
   const std::int64_t deleted = Module1::FindMod(game, name);
   if (deleted == Module1::kNoMod) return;  // another program took it away while the user was asked

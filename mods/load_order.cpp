@@ -6,6 +6,18 @@
 // A mod's number is its place in the load order. Moving a mod exchanges its number with that of the next active mod;
 // available mods between the two keep theirs.
 
+namespace {
+
+// In the middle of it a mod is in the scratch section alone; no reader may ever see that.
+void ExchangeMods(std::string_view game, std::int64_t moved, std::int64_t neighbour) {
+  const Module1::WholeChange change;
+  CopyMod(game, moved, schema::kScratchMod);
+  CopyMod(game, neighbour, moved);
+  CopyMod(game, schema::kScratchMod, neighbour);
+}
+
+}  // namespace
+
 void frmMain::cmdMoveUp_Click() const { MoveSelected(Direction::Up); }
 
 void frmMain::cmdMoveDown_Click() const { MoveSelected(Direction::Down); }
@@ -20,9 +32,7 @@ void frmMain::MoveSelected(Direction direction) const {
   const std::int64_t neighbour = Module1::FindMod(game, lstActive.Text(newPosition));
   if (moved == Module1::kNoMod || neighbour == Module1::kNoMod) return;
 
-  CopyMod(game, moved, schema::kScratchMod);
-  CopyMod(game, neighbour, moved);
-  CopyMod(game, schema::kScratchMod, neighbour);
+  ExchangeMods(game, moved, neighbour);
   ListMods();
   lstActive.Select(newPosition);
   MakeModule();

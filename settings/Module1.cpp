@@ -1,5 +1,7 @@
 #include "settings/Module1.h"
 
+#include <optional>
+
 #include "platform/paths.h"
 #include "settings/EZINILib.h"
 #include "settings/schema.h"
@@ -11,13 +13,25 @@ namespace {
 platform::HostPath SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
 platform::HostPath MakeFile() { return platform::BesideExecutable("Make.ini"); }
 
+// Of the WholeChange that now lives. Those who read and write settings within it need not know of it.
+std::optional<EZINILib::WholeINI> wholeSettings;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
 }  // namespace
 
+WholeChange::WholeChange() { wholeSettings.emplace(SettingsFile()); }
+
+WholeChange::~WholeChange() {
+  wholeSettings->Save();
+  wholeSettings.reset();
+}
+
 std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) {
+  if (wholeSettings) return wholeSettings->Read(section, key, fallback);
   return EZINILib::ReadINI(SettingsFile(), section, key, fallback);
 }
 
 void PutSetting(std::string_view section, std::string_view key, std::string_view value) {
+  if (wholeSettings) return wholeSettings->Write(section, key, value);
   EZINILib::WriteINI(SettingsFile(), section, key, value);
 }
 

@@ -6,12 +6,24 @@
 
 // The accessors of the two profile files beside the executable: the settings file Ulvane.ini (settings/schema.h says
 // what it holds), and Make.ini, which is only read. Nothing is cached: every call reads the file as it is, or replaces
-// it, once, unless it says otherwise. None reports a failure.
+// it, once, but within a WholeChange. None reports a failure.
 namespace Module1 {
 
 std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback);
 void PutSetting(std::string_view section, std::string_view key, std::string_view value);
 std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback);
+
+// While one lives, GetSetting and PutSetting, and all that stands on them, work on the settings file's text in memory;
+// at its end the file is replaced once. So all settings of a change reach the disk, or none. There is one at a time.
+class WholeChange {
+ public:
+  WholeChange();
+  ~WholeChange();
+  WholeChange(const WholeChange&) = delete;
+  WholeChange& operator=(const WholeChange&) = delete;
+  WholeChange(WholeChange&&) = delete;
+  WholeChange& operator=(WholeChange&&) = delete;
+};
 
 // The stored number; `fallback` where it is missing or not a whole number of 32 bits. Returned in 64 bits, so that
 // counting up to the largest one ends.

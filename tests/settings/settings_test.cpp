@@ -99,6 +99,29 @@ TEST_F(Settings, NumbersThatAreNoneReadAsTheDefault) {
   EXPECT_EQ(Module1::GameCount(), Module1::kNoGameCount);
 }
 
+TEST_F(Settings, AWholeChangeReachesTheFileAtItsEnd) {
+  WriteFile(SettingsFile(), "[A]\nx=1\n");
+  {
+    const Module1::WholeChange change;
+    PutSetting("A", "x", "2");
+    PutSetting("B", "y", std::string(300, 'y'));
+    EXPECT_EQ(GetSetting("A", "x", ""), "2");
+    EXPECT_EQ(GetSetting("B", "y", ""), std::string(254, 'y'));
+    EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=1\n");
+  }
+  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=2\n[B]\ny=" + std::string(300, 'y') + "\n");
+  EXPECT_EQ(GetSetting("A", "x", ""), "2") << "from the file again";
+}
+
+TEST_F(Settings, AWholeChangeOfAFileThatCannotBeReadIsDropped) {
+  fs::create_directory(SettingsFile());
+  {
+    const Module1::WholeChange change;
+    PutSetting("A", "x", "1");
+  }
+  EXPECT_TRUE(fs::is_directory(SettingsFile()));
+}
+
 TEST_F(Settings, FindModComparesEveryCharacter) {
   WriteFile(SettingsFile(), "[G]\nModCount=5\n[G.1]\nName=Foo\n[G.2]\nActive=1\n[G.3]\nName=Foo\n[G.4]\nName=" +
                                 std::string(300, 'n') + "\n[G.5]\nName='Foo '\n[G.6]\nName=beyond\n");
