@@ -31,10 +31,10 @@ class DropDownList {
  public:
   explicit DropDownList(NativeDropDownList& native) : native_(&native) {}
   void Clear() const;
-  void Add(std::string_view entry) const;
+  void Add(std::string_view entry) const;  // may select the first entry at once
   int Count() const;
   void Select(int position) const;
-  std::string Text() const;  // of the selected entry; empty when none is
+  std::string Text() const;  // of the selected entry; empty when there is none
 
   // Called when the keyboard focus leaves the list for another control of its window, before that control acts on the
   // click that took the focus. Not called when the list's entries are shown, nor when the window as a whole loses the

@@ -14,13 +14,11 @@ namespace platform {
 
 void NativeDropDownList::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  // The toolkit names the new owner of the focus before it tells the old one; its own list of entries is another
-  // window.
+  // The toolkit names the new owner of the focus before it tells the old one. Another program has no such owner here,
+  // and the list of entries is a window of its own.
   const QWidget* const next = QApplication::focusWidget();
   const bool goesToAnotherControl = next != nullptr && next != this && next->window() == window();
-  const bool windowKeepsFocus =
-      event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
-  if (goesToAnotherControl && windowKeepsFocus && onValidate) onValidate();
+  if (goesToAnotherControl && onValidate) onValidate();
 }
 
 void NativeDropDownList::wheelEvent(QWheelEvent* event) {
@@ -50,11 +48,7 @@ void Button::OnClick(std::function<void()> handler) const {
 
 void DropDownList::Clear() const { native_->clear(); }
 
-void DropDownList::Add(std::string_view entry) const {
-  const int selected = native_->currentIndex();
-  native_->addItem(ToQt(entry));
-  native_->setCurrentIndex(selected);  // the toolkit selects the first entry by itself
-}
+void DropDownList::Add(std::string_view entry) const { native_->addItem(ToQt(entry)); }
 
 int DropDownList::Count() const { return native_->count(); }
 

@@ -172,6 +172,7 @@ void NativeWindow::PutBackIntoUse() {
 }
 
 void NativeWindow::closeEvent(QCloseEvent* event) {
+  if (!isOpen_) return;  // the display may ask once more while the window is going
   bool cancel = !isInUse_;
   if (!cancel && onUnload) onUnload(cancel);
   event->setAccepted(!cancel);
