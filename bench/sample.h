@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "tests/support/own_folder.h"
+
+// A registered game with a given number of mods of two folders, five keys each.
+namespace sample {
+
+constexpr const char* kGame = "Dawn of War";
+
+enum class Active : std::uint8_t { None, EverySecond, All };
+
+inline std::filesystem::path GameFolder() { return support::DriveC() / "Games" / "DoW"; }
+
+inline std::string Settings(int mods, Active active) {
+  const std::string game = kGame;
+  std::string text = "[Games]\r\nCount=1\r\nDoW1=" + game + "\r\n[" + game +
+                     "]\r\nPath=C:\\Games\\DoW\\\r\nModCount=" + std::to_string(mods) + "\r\n";
+  for (int n = 1; n <= mods; ++n) {
+    const std::string number = std::to_string(n);
+    const bool isActive = active == Active::All || (active == Active::EverySecond && n % 2 == 0);
+    text += "[" + game + "." + number + "]\r\nName=Mod " + number + "\r\nActive=" + (isActive ? "1" : "0") +
+            "\r\nDirCount=2\r\nDir1=Mod" + number + "_Data\r\nDir2=Mod" + number + "_Sound\r\n";
+  }
+  return text;
+}
+
+}  // namespace sample

@@ -1,0 +1,55 @@
+// The price of writing one key, beside that of writing the same bytes to a new file, flushing and renaming it. Each
+// pass does both, one right after the other, since a disk's speed changes from one moment to the next.
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+#include "bench/raw_files.h"
+#include "bench/sample.h"
+#include "settings/Module1.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+void Measure(benchmark::State& state, int mods, const char* key) {
+  const std::string file = support::SettingsFile();
+  const std::string section = std::string(sample::kGame) + "." + std::to_string(mods / 2);
+  const std::string before = sample::Settings(mods, sample::Active::None);
+  Seconds limit{0};
+  std::string after;
+  for ([[maybe_unused]] auto pass : state) {
+    raw::Replace(file, before);
+    const auto start = Clock::now();
+    Module1::PutSetting(section, key, "1");
+    const auto written = Clock::now();
+    if (after.empty()) after = support::ReadFile(file);
+    const auto limitStart = Clock::now();
+    raw::Replace(file, after);
+    limit += Clock::now() - limitStart;
+    state.SetIterationTime(Seconds(written - start).count());
+  }
+  if (after == before) state.SkipWithError("nothing was written");
+  state.counters["limit"] = benchmark::Counter(limit.count(), benchmark::Counter::kAvgIterations);
+}
+
+int Run(int argumentCount, char** arguments) {
+  support::Reset();
+  for (const int mods : {10, 100, 1000}) {
+    const std::string size = std::to_string(mods) + "/";
+    for (const auto& [name, key] : {std::pair{"changed", "Active"}, std::pair{"added", "New"}}) {
+      benchmark::RegisterBenchmark((size + "PutSetting/" + name).c_str(), Measure, mods, key)->UseManualTime();
+    }
+  }
+  benchmark::Initialize(&argumentCount, arguments);
+  benchmark::RunSpecifiedBenchmarks();
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) { return support::RunInOwnFolder(argumentCount, arguments, Run); }
