@@ -17,8 +17,10 @@ std::string FromUtf16(std::u16string_view wide) {
   return text;
 }
 
+// From the end: sections and keys that are numbered differ there.
 bool SameName(std::string_view left, std::string_view right) {
-  return std::ranges::equal(left, right, [](char a, char b) { return a == b || FoldCase(a) == FoldCase(b); });
+  return std::equal(left.rbegin(), left.rend(), right.rbegin(), right.rend(),
+                    [](char a, char b) { return a == b || FoldCase(a) == FoldCase(b); });
 }
 
 }  // namespace platform

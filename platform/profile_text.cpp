@@ -50,12 +50,13 @@ class Scanner {
     return At({line.end, NextLine(line)});
   }
 
-  // Where the lines of `section` begin, after its header.
+  // Where the lines of `section` begin, after its header. Looks for brackets rather than at every line: there are few
+  // of them, and the search for one byte runs at the speed of memory.
   std::optional<std::size_t> FindSection(std::string_view section) const {
-    for (auto header = NextHeader(start_); header; header = NextHeader(header->end)) {
-      if (SameName(NameIn(*header), section)) return NextLine(*header);
-    }
-    return std::nullopt;
+    std::size_t bracket = text_.find('[', start_);
+    while (bracket != std::string_view::npos && !IsHeaderOf(section, bracket)) bracket = text_.find('[', bracket + 1);
+    if (bracket == std::string_view::npos) return std::nullopt;
+    return NextLine(LineAt(bracket));
   }
 
   // The value of `key`, without the blanks around it, in the section whose lines begin at `from`.
@@ -110,30 +111,19 @@ class Scanner {
     return line.end + (text_.substr(line.end, 2) == "\r\n" ? 2 : 1);
   }
 
-  // The next header's line, from its bracket on. Looks for brackets rather than at every line: there are few of them,
-  // and the search for one byte runs at the speed of memory.
-  std::optional<Span> NextHeader(std::size_t from) const {
-    for (std::size_t bracket = text_.find('[', from); bracket != std::string_view::npos;) {
-      std::size_t next = bracket + 1;
-      if (StartsItsLine(bracket, from)) {
-        const Span line = {bracket, LineAt(bracket).end};
-        if (IsHeader(At(line))) return line;
-        next = line.end;
-      }
-      bracket = text_.find('[', next);
-    }
-    return std::nullopt;
+  // Whether the header of `section` begins at `bracket`. Most other headers have no bracket where this one closes, and
+  // are passed over without a look at the rest.
+  bool IsHeaderOf(std::string_view section, std::size_t bracket) const {
+    const std::size_t length = section.size();
+    if (text_.size() - bracket < length + 2 || text_[bracket + 1 + length] != ']') return false;
+    return SameName(text_.substr(bracket + 1, length), section) && StartsItsLine(bracket) &&
+           At(LineAt(bracket)).rfind(']') == length + 1;
   }
 
-  // Whether only blanks stand before `position` on its line. Looks back no further than `from`.
-  bool StartsItsLine(std::size_t position, std::size_t from) const {
-    while (position > from && IsBlank(text_[position - 1])) --position;
+  // Whether only blanks stand before `position` on its line.
+  bool StartsItsLine(std::size_t position) const {
+    while (position > start_ && IsBlank(text_[position - 1])) --position;
     return IsLineStart(position);
-  }
-
-  std::string_view NameIn(Span header) const {
-    const std::string_view line = At(header);
-    return line.substr(1, line.rfind(']') - 1);
   }
 
   std::string_view text_;

@@ -163,6 +163,7 @@ std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, c
 }
 
 HostPath AsSpelledOnDisk(const HostPath& path) {
+  if (Exists(path.text)) return path;
   std::string spelled = "/";
   std::string_view rest = path.text;
   const bool isFolder = rest.ends_with('/');
