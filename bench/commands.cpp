@@ -1,0 +1,117 @@
+// The price of the main window's commands, in the real window. Each is compared with the reads and writes that it makes
+// itself, made once more by the system's bare calls right after it: the same number, of the same files.
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QListWidget>
+#include <QPushButton>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <string>
+
+#include "app/layouts.h"
+#include "bench/raw_files.h"
+#include "bench/sample.h"
+#include "mods/frmMain.h"
+#include "platform/application.h"
+#include "tests/support/file_calls.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+
+// A control of the main window, by its name.
+template <typename Widget>
+Widget& Control(const char* name) {
+  for (const QWidget* const window : QApplication::topLevelWidgets()) {
+    if (auto* const control = window->findChild<Widget*>(name)) return *control;
+  }
+  std::abort();
+}
+
+void SelectMiddle(const char* list) {
+  auto& entries = Control<QListWidget>(list);
+  entries.setCurrentRow((entries.count() - 1) / 2);
+}
+
+struct Command {
+  const char* name;
+  sample::Active before;
+  std::function<void()> select;
+  std::function<void(const frmMain&)> run;
+};
+
+std::function<void(const frmMain&)> Click(const char* button) {
+  return [button](const frmMain&) { Control<QPushButton>(button).click(); };
+}
+
+const std::array kCommands = {
+    Command{"fill", sample::Active::EverySecond, [] {}, &frmMain::ListMods},
+    Command{"activate one", sample::Active::EverySecond, [] { SelectMiddle("lstNotActive"); }, Click("cmdActivate1")},
+    Command{"move one", sample::Active::EverySecond, [] { SelectMiddle("lstActive"); }, Click("cmdMoveDown")},
+    Command{"activate all", sample::Active::None, [] {}, Click("cmdActivateAll")},
+    Command{"module file", sample::Active::All, [] {}, &frmMain::MakeModule},
+};
+
+void MakeTheSameCalls(const support::FileCalls& calls) {
+  for (const auto& file : calls.files) {
+    for (std::size_t i = 0; i < file.opensToRead; ++i) raw::Read(file.path);
+    if (file.opensToWrite == 0) continue;
+    const std::string bytes(file.bytesWritten / file.opensToWrite, 'x');
+    const std::string path = file.path + ".limit";
+    for (std::size_t i = 0; i < file.opensToWrite; ++i) raw::Replace(path, bytes);
+  }
+}
+
+void Measure(benchmark::State& state, const Command& command, int mods) {
+  using benchmark::Counter;
+  frmMain window;
+  window.Form_Load();
+  support::FileCalls calls;
+  double limit = 0;
+  for ([[maybe_unused]] auto pass : state) {
+    raw::Replace(support::SettingsFile(), sample::Settings(mods, command.before));
+    window.ListMods();
+    command.select();
+    support::StartCounting();
+    const auto start = Clock::now();
+    command.run(window);
+    state.SetIterationTime(SecondsSince(start));
+    calls = support::EndCounting();
+    const auto limitStart = Clock::now();
+    MakeTheSameCalls(calls);
+    limit += SecondsSince(limitStart);
+  }
+  state.counters["limit"] = Counter(limit, Counter::kAvgIterations);
+  state.counters["reads"] = static_cast<double>(calls.OpensToRead(""));
+  state.counters["writes"] = static_cast<double>(calls.renames);
+}
+
+int Run(int argumentCount, char** arguments) {
+  benchmark::Initialize(&argumentCount, arguments);
+  argumentCount = 1;
+  const platform::Application application(Layouts(), argumentCount, arguments);
+  support::Reset();
+  std::filesystem::create_directories(sample::GameFolder());
+  for (const int mods : {10, 30, 100, 300, 1000}) {
+    raw::Replace(support::SettingsFile(), sample::Settings(mods, sample::Active::All));
+    for (const Command& command : kCommands) {
+      auto* const row =
+          benchmark::RegisterBenchmark((std::to_string(mods) + "/" + command.name).c_str(), Measure, command, mods);
+      row->UseManualTime();
+      const bool takesMinutes = mods == 1000 && command.name == std::string_view("activate all");
+      if (takesMinutes) row->Iterations(1)->Repetitions(1);
+    }
+  }
+  benchmark::RunSpecifiedBenchmarks();
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) { return support::RunInOwnFolder(argumentCount, arguments, Run); }
