@@ -5,7 +5,9 @@
 
 #include <QApplication>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QTimer>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -43,19 +45,46 @@ struct Command {
   const char* name;
   sample::Active before;
   std::function<void()> select;
-  std::function<void(const frmMain&)> run;
+  // Calls `start` when the command's own work begins.
+  std::function<void(const frmMain& window, const std::function<void()>& start)> run;
 };
 
-std::function<void(const frmMain&)> Click(const char* button) {
-  return [button](const frmMain&) { Control<QPushButton>(button).click(); };
+auto Call(void (frmMain::*operation)() const) {
+  return [operation](const frmMain& window, const std::function<void()>& start) {
+    start();
+    (window.*operation)();
+  };
 }
 
+auto Click(const char* button) {
+  return [button](const frmMain&, const std::function<void()>& start) {
+    start();
+    Control<QPushButton>(button).click();
+  };
+}
+
+// What comes before the answer is the user's time.
+auto ClickAndAnswerOk(const char* button) {
+  return [button](const frmMain&, const std::function<void()>& start) {
+    QTimer::singleShot(0, [start] {
+      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      start();
+      box->button(QMessageBox::Ok)->click();
+    });
+    Control<QPushButton>(button).click();
+  };
+}
+
+void SelectFirst(const char* list) { Control<QListWidget>(list).setCurrentRow(0); }
+
 const std::array kCommands = {
-    Command{"fill", sample::Active::EverySecond, [] {}, &frmMain::ListMods},
+    Command{"fill", sample::Active::EverySecond, [] {}, Call(&frmMain::ListMods)},
     Command{"activate one", sample::Active::EverySecond, [] { SelectMiddle("lstNotActive"); }, Click("cmdActivate1")},
     Command{"move one", sample::Active::EverySecond, [] { SelectMiddle("lstActive"); }, Click("cmdMoveDown")},
+    Command{"delete the first", sample::Active::EverySecond, [] { SelectFirst("lstNotActive"); },
+            ClickAndAnswerOk("cmdDeleteMod")},
     Command{"activate all", sample::Active::None, [] {}, Click("cmdActivateAll")},
-    Command{"module file", sample::Active::All, [] {}, &frmMain::MakeModule},
+    Command{"module file", sample::Active::All, [] {}, Call(&frmMain::MakeModule)},
 };
 
 void MakeTheSameCalls(const support::FileCalls& calls) {
@@ -78,9 +107,11 @@ void Measure(benchmark::State& state, const Command& command, int mods) {
     raw::Replace(support::SettingsFile(), sample::Settings(mods, command.before));
     window.ListMods();
     command.select();
-    support::StartCounting();
-    const auto start = Clock::now();
-    command.run(window);
+    Clock::time_point start;
+    command.run(window, [&] {
+      support::StartCounting();
+      start = Clock::now();
+    });
     state.SetIterationTime(SecondsSince(start));
     calls = support::EndCounting();
     const auto limitStart = Clock::now();
