@@ -67,6 +67,7 @@ void frmDoWSetup::Form_Load() {
 }
 
 void frmDoWSetup::RefreshGames() const {
+  const Module1::Command command;
   lstGames.Clear();
   platform::DoEvents();
   if (Module1::GameCount() == Module1::kNoGameCount) {
@@ -82,6 +83,7 @@ void frmDoWSetup::RefreshGames() const {
 }
 
 void frmDoWSetup::cmdnew_Click() const {
+  const Module1::Command command;
   const std::string name = platform::InputBox("Installation Name:", "New", "Dawn of War");
   if (name.empty()) return;
   const std::int64_t count = ListedGames();
@@ -109,6 +111,7 @@ void frmDoWSetup::cmdnew_Click() const {
 
 // Takes the game out of the list alone: its mods stay in the file, and are there again when it is registered again.
 void frmDoWSetup::cmdDelete_Click() const {
+  const Module1::Command command;
   const int selected = lstGames.Selected();
   if (selected == platform::kNoSelection) return;
   const std::int64_t n = selected + 1;

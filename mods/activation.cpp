@@ -20,6 +20,7 @@ void frmMain::cmdDeactivateAll_Click() const { SetAllActive(lstActive, "0"); }
 
 // An entry that is no longer registered changes nothing; the lists are refilled all the same.
 void frmMain::SetActive(const platform::ListBox& list, std::string_view flag) const {
+  const Module1::Command command;
   const std::string game = SelectedGame();
   const std::int64_t n = Module1::FindMod(game, list.Text());
   if (n != Module1::kNoMod) Module1::PutSetting(schema::ModSection(game, n), "Active", flag);

@@ -59,6 +59,7 @@ void frmNew::Show() const { window_.Show(); }
 void frmNew::OnClosed(std::function<void()> handler) const { window_.OnClosed(std::move(handler)); }
 
 void frmNew::OKButton_Click() const {
+  const Module1::Command command;
   const std::string name = txtName.Text();
   const std::string game = mainWindow_->SelectedGame();
   const bool isBlank = name.find_first_not_of(" \t") == std::string::npos;

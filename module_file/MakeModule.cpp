@@ -45,17 +45,21 @@ void frmMain::MakeModule() const { ShowFailure(WriteModule()); }
 
 // The whole text comes first: the module file changes only when everything that belongs into it could be read.
 frmMain::ModuleFailure frmMain::WriteModule() const {
+  const Module1::Command command;
   const std::string game = SelectedGame();
   const std::int64_t firstNumber = Module1::GetMakeNumber("Make", "NextDirNum", 5);
   const std::int64_t modCount = Module1::ModCount(game);
   const std::string folder = GetBPath();
-  if (folder.empty()) return std::nullopt;
+  if (folder.empty() && !command.FirstUnread()) return std::nullopt;
   const std::string file = folder + GetMakeSetting("Make", "Outfile", "Ulvane.module");
 
   std::string module;
   if (auto failure = CopyTemplate(GetMakeSetting("Make", "Header", "HEADER"), module)) return failure;
   AppendMods(game, modCount, firstNumber, module);
   if (auto failure = CopyTemplate(GetMakeSetting("Make", "Footer", "FOOTER"), module)) return failure;
+  if (const auto& unread = command.FirstUnread()) {
+    return FailureText(platform::Shown(unread->file), "read", unread->reason);
+  }
 
   const auto path = platform::ToHostPath(file);
   const auto failure = path ? platform::ReplaceFile(*path, module) : std::make_error_code(std::errc::no_such_device);

@@ -17,15 +17,15 @@ constexpr std::size_t kMostCharacters = 254;
 }  // namespace
 
 std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
-                    std::string_view fallback) {
+                    std::string_view fallback, std::error_code* failure) {
   std::array<char, kMostCharacters + 1>
       buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): the call fills what is read of it
-  const std::size_t count = platform::GetPrivateProfileStringA(section, key, fallback, buffer, file);
+  const std::size_t count = platform::GetPrivateProfileStringA(section, key, fallback, buffer, file, failure);
   return {buffer.data(), count};
 }
 
-void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value) {
-  platform::WritePrivateProfileStringA(section, key, value, file);
+bool WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value) {
+  return platform::WritePrivateProfileStringA(section, key, value, file);
 }
 
 WholeINI::WholeINI(platform::HostPath file) : file_(std::move(file)) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "platform/paths.h"
 
@@ -11,12 +12,12 @@ namespace EZINILib {
 // Each of these two opens the file and is complete in itself.
 
 // The value, or `fallback` when the file, the section or the key is missing or the file cannot be read. Of either, the
-// first 254 characters at most.
+// first 254 characters at most. `failure`, if given, becomes the reason why a file that is there could not be read.
 std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
-                    std::string_view fallback);
+                    std::string_view fallback, std::error_code* failure = nullptr);
 
-// A failure is silent and leaves the file as it was.
-void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value);
+// Returns whether the value was written. A failure is silent and leaves the file as it was.
+bool WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value);
 
 // A profile file whose changes reach the disk together: read once, changed in memory, replaced once.
 class WholeINI {

@@ -1,6 +1,7 @@
 #include "settings/Module1.h"
 
 #include <optional>
+#include <utility>
 
 #include "platform/paths.h"
 #include "settings/EZINILib.h"
@@ -16,7 +17,25 @@ platform::HostPath MakeFile() { return platform::BesideExecutable("Make.ini"); }
 // Of the WholeChange that now lives. Those who read and write settings within it need not know of it.
 std::optional<EZINILib::WholeINI> wholeSettings;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
+// Of the innermost Command that now lives.
+Command::State* command = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+std::string Read(const platform::HostPath& file, std::string_view section, std::string_view key,
+                 std::string_view fallback) {
+  std::error_code failure;
+  std::string value = EZINILib::ReadINI(file, section, key, fallback, &failure);
+  if (failure && command != nullptr) {
+    command->mayWrite = false;
+    if (!command->unread) command->unread = {file, failure};
+  }
+  return value;
+}
+
 }  // namespace
+
+Command::Command() : outer_(std::exchange(command, &state_)) {}
+
+Command::~Command() { command = outer_; }
 
 WholeChange::WholeChange() { wholeSettings.emplace(SettingsFile()); }
 
@@ -27,16 +46,18 @@ WholeChange::~WholeChange() {
 
 std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) {
   if (wholeSettings) return wholeSettings->Read(section, key, fallback);
-  return EZINILib::ReadINI(SettingsFile(), section, key, fallback);
+  return Read(SettingsFile(), section, key, fallback);
 }
 
 void PutSetting(std::string_view section, std::string_view key, std::string_view value) {
   if (wholeSettings) return wholeSettings->Write(section, key, value);
-  EZINILib::WriteINI(SettingsFile(), section, key, value);
+  if (command != nullptr && !command->mayWrite) return;
+  const bool isWritten = EZINILib::WriteINI(SettingsFile(), section, key, value);
+  if (command != nullptr) command->mayWrite = isWritten;
 }
 
 std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback) {
-  return EZINILib::ReadINI(MakeFile(), section, key, fallback);
+  return Read(MakeFile(), section, key, fallback);
 }
 
 std::int64_t GetNumber(std::string_view section, std::string_view key, std::int32_t fallback) {
