@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -49,6 +51,8 @@ class Hands {
   Hands(Hands&&) = delete;
   Hands& operator=(Hands&&) = delete;
 
+  const frmMain* mainWindow = nullptr;
+
   void AwaitStart() {
     std::unique_lock lock(mutex_);
     AwaitRest(lock);
@@ -64,6 +68,26 @@ class Hands {
   bool HasEnded() {
     const std::lock_guard lock(mutex_);
     return hasEnded_;
+  }
+
+  // In a copy of the process, which has this thread alone: nothing is left of the user who waits for what it does.
+  void GoOnInCopy(const std::function<void(User&)>& acts) {
+    constexpr unsigned int kPatience = 60;  // seconds
+    alarm(kPatience);
+    QObject::disconnect(connection_);
+    auto* const hands = new Hands;
+    std::thread([acts, hands] {
+      int exitCode = EXIT_SUCCESS;
+      try {
+        hands->AwaitStart();
+        User self(*hands);
+        acts(self);
+      } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        exitCode = EXIT_FAILURE;
+      }
+      _exit(exitCode);
+    }).detach();
   }
 
   void NoteEnd() {
@@ -438,6 +462,27 @@ bool User::HasEnded() { return hands_->HasEnded(); }
 
 void User::Do(const std::function<void()>& act) { hands_->Do(act); }
 
+void User::RefillMainWindow() {
+  LookAt("frmMain");
+  Do([&] {
+    Activate(Window());
+    Control("lstGame").setFocus();
+    hands_->mainWindow->RefreshGames();
+    hands_->mainWindow->ListMods();
+  });
+}
+
+int User::DoInACopy(const std::function<void(User&)>& acts) {
+  int status = 0;
+  Do([&] {
+    const pid_t copy = fork();
+    if (copy < 0) Fail("cannot copy", "the process");
+    if (copy == 0) return hands_->GoOnInCopy(acts);
+    waitpid(copy, &status, 0);
+  });
+  return status;
+}
+
 int Use(const std::function<void(User&)>& acts) {
   int argumentCount = 1;
   std::string programName = "gantrel";
@@ -460,6 +505,7 @@ int Use(const std::function<void(User&)>& acts) {
   int exitCode = EXIT_FAILURE;
   {
     frmMain mainWindow;
+    itsHands.mainWindow = &mainWindow;
     mainWindow.Form_Load();
     mainWindow.Show();
     exitCode = platform::Application::Run();

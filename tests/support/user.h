@@ -70,8 +70,15 @@ class User {
 
   bool HasEnded();
 
+  void RefillMainWindow();  // all in it is as at the tool's start, the focus included
+
   // What nothing above says: runs on the tool's thread.
   void Do(const std::function<void()>& act);
+
+  // Copies the whole process, with its windows as they are. In the copy, which ends with them, a user of its own acts;
+  // one who gives up says why on the error output. Returns the copy's wait status, 0 when all went well. A copy that
+  // hangs is ended by SIGALRM. `acts` holds no reference to the caller's variables, which the copy does not have.
+  int DoInACopy(const std::function<void(User&)>& acts);
 
  private:
   QWidget& Window() const;
