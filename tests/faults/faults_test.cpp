@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -46,6 +48,7 @@ struct Command {
   std::function<void(User&)> act;
   bool isWholeChange = false;  // reaches the settings file at once, or not at all
   bool startsWithoutSettings = false;
+  bool isInPlace = false;  // in folders that take no new files
 };
 
 void PrintTo(const Command& command, std::ostream* out) { *out << command.name; }
@@ -181,6 +184,35 @@ bool IsOneOf(const std::vector<Content>& contents, const Content& content) {
   return std::ranges::find(contents, content) != contents.end();
 }
 
+// A way in which operations of some kinds go wrong.
+struct Way {
+  const char* name;
+  Fault fault;
+  std::uint32_t operations;
+};
+
+constexpr std::uint32_t kAll = ~0U;
+constexpr std::uint32_t kTakingRoom =
+    Bit(Operation::Create) | Bit(Operation::Write) | Bit(Operation::Flush) | Bit(Operation::Rename);
+constexpr std::uint32_t kByName = Bit(Operation::Open) | Bit(Operation::Create) | Bit(Operation::Look) |
+                                  Bit(Operation::Change) | Bit(Operation::Rename) | Bit(Operation::Unlink);
+constexpr std::uint32_t kOfData = Bit(Operation::Open) | Bit(Operation::Read) | Bit(Operation::Write) |
+                                  Bit(Operation::Flush) | Bit(Operation::Truncate) | Bit(Operation::Close);
+
+constexpr Way kKills[] = {
+    {"killed", {.effect = Effect::Kill}, kAll},
+    {"killed halfway", {.effect = Effect::Kill, .isHalfway = true}, Bit(Operation::Write)},
+};
+constexpr Way kFailures[] = {
+    {"no space left", {.effect = Effect::Fail, .reason = ENOSPC, .lasting = kTakingRoom}, kTakingRoom},
+    {"no space left halfway",
+     {.effect = Effect::Fail, .reason = ENOSPC, .isHalfway = true, .lasting = kTakingRoom},
+     Bit(Operation::Write)},
+    {"no permission", {.effect = Effect::Fail, .reason = EACCES}, kByName},
+    {"input/output error", {.effect = Effect::Fail, .reason = EIO}, kOfData},
+    {"folder gone", {.effect = Effect::MoveFolderAway}, kByName},
+};
+
 class Faults : public testing::TestWithParam<Command> {
  protected:
   void SetUp() override {
@@ -227,6 +259,26 @@ class Faults : public testing::TestWithParam<Command> {
     return user.DoInACopy([this, fault](User& itself) { Try(itself, fault); });
   }
 
+  // Tries a way at each operation that it is about, and checks what is left. Returns at how many.
+  int TryAll(const Way& way, const std::vector<Operation>& operations,
+             const std::function<void(const Fault&, const std::string&)>& tryOne) {
+    int count = 0;
+    for (int at = 0; at < std::ssize(operations) && !HasFailure(); ++at) {
+      const Operation operation = operations[static_cast<std::size_t>(at)];
+      if ((way.operations & Bit(operation)) == 0) continue;
+      Fault fault = way.fault;
+      fault.at = at;
+      if (GetParam().isInPlace) fault.lasting = 0;  // the old bytes have room where they were
+      const std::string what = std::string(way.name) + " at operation " + std::to_string(at) + ", " +
+                               std::string(faults::Name(operation)) + ": ";
+      tryOne(fault, what);
+      const bool mayLeaveOne = fault.effect != Effect::Fail || operation == Operation::Unlink;
+      Check(what, mayLeaveOne ? 1 : 0);
+      ++count;
+    }
+    return count;
+  }
+
   // Without a fault: the states that the command may leave, and its operations.
   std::vector<Operation> Rehearse(User& user) {
     GetReady(user);
@@ -235,7 +287,7 @@ class Faults : public testing::TestWithParam<Command> {
     settings_ = StatesOf(SettingsFile(), oldSettings_);
     modules_ = StatesOf(ModuleFile(), oldModule_);
     EXPECT_EQ(record_.unflushedRenames, 0) << "a file took the name before its bytes were on the disk";
-    EXPECT_TRUE(foldersTakeNoFiles_ || settings_.back() == newSettings);
+    EXPECT_EQ(settings_.back(), newSettings) << "written past the test";
     EXPECT_TRUE(!GetParam().isWholeChange || settings_.size() <= 2) << "the change reaches the file in pieces";
 
     // Whatever the command was to take away is gone in the end; all else is there in between as well.
@@ -244,7 +296,12 @@ class Faults : public testing::TestWithParam<Command> {
     for (const Content& state : settings_) {
       EXPECT_TRUE(std::ranges::includes(Belongings(state), kept)) << "lost in between: " << state.value_or("");
     }
-    if (GetParam().isWholeChange) settings_ = {oldSettings_, newSettings};
+    if (GetParam().isInPlace) {
+      foldersTakeNoFiles_ = true;
+      GetReady(user);
+      Try(user, {});
+      EXPECT_EQ(Read(SettingsFile()), newSettings) << "in place";
+    }
     return {record_.operations.begin(), record_.operations.begin() + record_.count};
   }
 
@@ -289,61 +346,14 @@ class Faults : public testing::TestWithParam<Command> {
                                         "FOOTER",     "W40k",          "gantrel-test"};
 };
 
-// A way in which operations of some kinds go wrong.
-struct Way {
-  const char* name;
-  Fault fault;
-  std::uint32_t operations;
-};
-
-constexpr std::uint32_t kAll = ~0U;
-constexpr std::uint32_t kTakingRoom =
-    Bit(Operation::Create) | Bit(Operation::Write) | Bit(Operation::Flush) | Bit(Operation::Rename);
-constexpr std::uint32_t kByName = Bit(Operation::Open) | Bit(Operation::Create) | Bit(Operation::Look) |
-                                  Bit(Operation::Change) | Bit(Operation::Rename) | Bit(Operation::Unlink);
-constexpr std::uint32_t kOfData = Bit(Operation::Open) | Bit(Operation::Look) | Bit(Operation::Read) |
-                                  Bit(Operation::Write) | Bit(Operation::Flush) | Bit(Operation::Truncate) |
-                                  Bit(Operation::Close);
-
-constexpr Way kKills[] = {
-    {"killed", {.effect = Effect::Kill}, kAll},
-    {"killed halfway", {.effect = Effect::Kill, .isHalfway = true}, Bit(Operation::Write)},
-};
-constexpr Way kFailures[] = {
-    {"no space left", {.effect = Effect::Fail, .reason = ENOSPC, .lasting = kTakingRoom}, kTakingRoom},
-    {"no space left halfway",
-     {.effect = Effect::Fail, .reason = ENOSPC, .isHalfway = true, .lasting = kTakingRoom},
-     Bit(Operation::Write)},
-    {"no permission", {.effect = Effect::Fail, .reason = EACCES}, kByName},
-    {"input/output error", {.effect = Effect::Fail, .reason = EIO}, kOfData},
-    {"folder gone", {.effect = Effect::MoveFolderAway}, kByName},
-};
-
 void NoteCount(const std::string& line) { std::ofstream(GANTREL_FAULT_COUNTS, std::ios::app) << line << '\n'; }
 
 TEST_P(Faults, LoseNothing) {
   support::Use([&](User& user) {
     const std::vector<Operation> operations = Rehearse(user);
-    const auto tryAll = [&](const Way& way, const std::function<void(const Fault&, const std::string&)>& tryOne) {
-      int count = 0;
-      for (int at = 0; at < std::ssize(operations) && !HasFailure(); ++at) {
-        const Operation operation = operations[static_cast<std::size_t>(at)];
-        if ((way.operations & Bit(operation)) == 0) continue;
-        Fault fault = way.fault;
-        fault.at = at;
-        const std::string what = std::string(way.name) + " at operation " + std::to_string(at) + ", " +
-                                 std::string(faults::Name(operation)) + ": ";
-        tryOne(fault, what);
-        const bool mayLeaveOne = fault.effect != Effect::Fail || operation == Operation::Unlink;
-        Check(what, mayLeaveOne ? 1 : 0);
-        ++count;
-      }
-      return count;
-    };
-
     int failures = 0;
     for (const Way& way : kFailures) {
-      failures += tryAll(way, [&](const Fault& fault, const std::string& /*what*/) {
+      failures += TryAll(way, operations, [&](const Fault& fault, const std::string& /*what*/) {
         GetReady(user);
         Try(user, fault);
       });
@@ -351,7 +361,8 @@ TEST_P(Faults, LoseNothing) {
     GetReady(user);
     int kills = 0;
     for (const Way& way : kKills) {
-      kills += tryAll(way, [&](const Fault& fault, const std::string& what) {
+      if (GetParam().isInPlace) break;  // an end in the middle of that cannot be made good
+      kills += TryAll(way, operations, [&](const Fault& fault, const std::string& what) {
         const int status = TryInACopy(user, fault);
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << what << "not killed, but " << status;
       });
@@ -359,6 +370,90 @@ TEST_P(Faults, LoseNothing) {
     if (HasFailure()) return;
     NoteCount(std::string(GetParam().name) + ": " + std::to_string(operations.size()) + " file operations, killed at " +
               std::to_string(kills) + " points, failed at " + std::to_string(failures));
+  });
+}
+
+// Made for real, and met as an ordinary user. `make` returns whether this machine allows it.
+struct Condition {
+  const char* name;
+  bool isWritten;  // the settings, all the same
+  bool (*make)();
+};
+
+fs::path SmallDisk() { return support::Root() / "small"; }
+
+bool Permit(const fs::path& path, unsigned int mode) {
+  fs::permissions(path, fs::perms(mode));
+  return true;
+}
+
+// The file itself is elsewhere, behind a link.
+void MoveBehindLink(const fs::path& file, const fs::path& folder) {
+  fs::create_directories(folder);
+  fs::copy_file(file, folder / file.filename());
+  fs::remove(file);
+  fs::create_symlink(folder / file.filename(), file);
+  Permit(folder, 0777);
+  Permit(file, 0666);
+}
+
+bool FillASmallDisk() {
+  fs::create_directories(SmallDisk());
+  if (mount("none", SmallDisk().c_str(), "tmpfs", 0, "size=64k") != 0) return false;
+  MoveBehindLink(SettingsFile(), SmallDisk());
+  MoveBehindLink(ModuleFile(), SmallDisk());
+  std::ofstream filler(SmallDisk() / "filler");
+  while (filler << 'x' << std::flush) continue;
+  return true;
+}
+
+const Condition kConditions[] = {
+    {"a read-only settings file", false,
+     [] { return Permit(ExecutableFolder(), 0777) && Permit(SettingsFile(), 0444); }},
+    {"a settings file that cannot be read", false,
+     [] { return Permit(ExecutableFolder(), 0777) && Permit(SettingsFile(), 0222); }},
+    {"a folder that takes no new file", true,
+     [] { return Permit(SettingsFile(), 0666) && Permit(ExecutableFolder(), 0555); }},
+    {"a link", true, [] { return MoveBehindLink(SettingsFile(), support::Root() / "behind"), true; }},
+    {"a full disk", false, FillASmallDisk},
+};
+
+void BecomeOrdinaryUser() {
+  constexpr uid_t kNobody = 65534;
+  if (geteuid() == 0 && setresuid(kNobody, kNobody, kNobody) != 0) throw std::runtime_error("is still root");
+}
+
+class FaultsOnRealDisks : public Faults {};
+
+TEST_P(FaultsOnRealDisks, LoseNothing) {
+  support::Use([&](User& user) {
+    Rehearse(user);
+    int tried = 0;
+    for (const Condition& condition : kConditions) {
+      SetUp();
+      GetReady(user);
+      if (!condition.make()) {
+        NoteCount(std::string(GetParam().name) + ": this machine does not allow " + condition.name);
+        continue;
+      }
+      const bool wasLink = fs::is_symlink(SettingsFile());
+      const int status = user.DoInACopy([this](User& itself) {
+        BecomeOrdinaryUser();
+        GetParam().act(itself);
+      });
+      EXPECT_EQ(status, 0) << condition.name;
+      EXPECT_EQ(fs::is_symlink(SettingsFile()), wasLink) << condition.name;
+      for (const fs::path& file : {SettingsFile(), fs::weakly_canonical(SettingsFile())}) {
+        EXPECT_FALSE(fs::exists(file.parent_path() / ".gantrel-new")) << condition.name;
+      }
+      Permit(SettingsFile(), 0600);
+      EXPECT_EQ(Read(SettingsFile()), condition.isWritten ? settings_.back() : settings_.front()) << condition.name;
+      EXPECT_TRUE(IsOneOf(modules_, Read(ModuleFile()))) << condition.name;
+      Permit(ExecutableFolder(), 0755);
+      umount(SmallDisk().c_str());
+      ++tried;
+    }
+    if (!HasFailure()) NoteCount(std::string(GetParam().name) + ": tried on " + std::to_string(tried) + " real disks");
   });
 }
 
@@ -371,10 +466,17 @@ const Command kCommands[] = {
     {"AddGame", {}, AddAGame},
     {"RemoveGame", {}, RemoveAGame},
     {"Start", {}, StartTheTool},
+};
+const Command kUnusualCommands[] = {
     {"FirstStart", {}, StartTheTool, false, true},
+    {"NewModInPlace", {}, MakeANewMod, false, false, true},
+    {"DeleteInPlace", Select("lstNotActive", "Beta"), Click("cmdDeleteMod"), true, false, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(kCommands),
-                         [](const testing::TestParamInfo<Command>& row) { return row.param.name; });
+std::string NameOf(const testing::TestParamInfo<Command>& row) { return row.param.name; }
+
+INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(kCommands), NameOf);
+INSTANTIATE_TEST_SUITE_P(UnusualCommands, Faults, testing::ValuesIn(kUnusualCommands), NameOf);
+INSTANTIATE_TEST_SUITE_P(Commands, FaultsOnRealDisks, testing::ValuesIn(kCommands), NameOf);
 
 }  // namespace
