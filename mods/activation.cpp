@@ -1,4 +1,5 @@
 #include "mods/frmMain.h"
+#include "platform/busy_pointer.h"
 #include "settings/Module1.h"
 #include "settings/schema.h"
 
@@ -31,12 +32,15 @@ void frmMain::SetActive(const platform::ListBox& list, std::string_view flag) co
 // whether the last module file was written.
 void frmMain::SetAllActive(const platform::ListBox& list, std::string_view flag) const {
   ModuleFailure failure;
-  for (int left = list.Count(); left > 0;) {
-    list.Select(0);
-    SetActive(list, flag);
-    failure = WriteModule();
-    if (list.Count() >= left) break;  // an entry that shares its name with another mod may stay for ever
-    left = list.Count();
+  {
+    const platform::BusyPointer busy;
+    for (int left = list.Count(); left > 0;) {
+      list.Select(0);
+      SetActive(list, flag);
+      failure = WriteModule();
+      if (list.Count() >= left) break;  // an entry that shares its name with another mod may stay for ever
+      left = list.Count();
+    }
   }
   ShowFailure(failure);
 }

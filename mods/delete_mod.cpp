@@ -1,5 +1,6 @@
 #include "mods/frmMain.h"
 #include "mods/mod_section.h"
+#include "platform/busy_pointer.h"
 #include "platform/dialogs.h"
 #include "settings/Module1.h"
 
@@ -25,6 +26,7 @@ void frmMain::cmdDeleteMod_Click() const {
     const auto answer = platform::MsgBox("Really delete '" + name + "'?", platform::Buttons::OkCancel,
                                          platform::Icon::None, "Delete Mod");
     if (answer == platform::Answer::Cancel) return;
+    const platform::BusyPointer busy;
     DeleteMod(game, name);
   }
   ListMods();

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/busy_pointer.h"
 #include "platform/events.h"
 #include "platform/qt/run.h"
 #include "platform/quit_requests.h"
@@ -90,6 +91,10 @@ void Quit() {
 }
 
 bool IsQuitting() { return running->isQuitting; }
+
+BusyPointer::BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+
+BusyPointer::~BusyPointer() { QApplication::restoreOverrideCursor(); }
 
 void DoEvents() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 

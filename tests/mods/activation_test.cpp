@@ -88,4 +88,14 @@ TEST_F(Activation, AllStopsAtAModThatCannotBeToldFromAnother) {
   });
 }
 
+TEST_F(Activation, ThePointerIsBusyWhileAllAreActivated) {
+  support::Use([](User& user) {
+    user.ClickEntry("lstActive", "Alpha");  // leaves the selector, which refills the lists
+    EXPECT_TRUE(user.IsBusy("lstActive", [&] { user.Click("cmdActivateAll"); }));
+    EXPECT_TRUE(user.IsBusy("lstNotActive", [&] { user.Click("cmdDeactivateAll"); }));
+    user.ClickEntry("lstNotActive", "Beta");
+    EXPECT_FALSE(user.IsBusy("lstActive", [&] { user.Click("cmdActivate1"); })) << "it is itself again";
+  });
+}
+
 }  // namespace

@@ -317,6 +317,23 @@ void User::GoTo(std::string_view control) {
   Fail("the Tab key does not come to", control);
 }
 
+bool User::IsBusy(std::string_view list, const std::function<void()>& act) {
+  int changes = 0;
+  int busyChanges = 0;
+  QMetaObject::Connection connection;
+  Do([&] {
+    const QAbstractItemModel* const model = As<QListWidget>(Control(list)).model();
+    connection = QObject::connect(model, &QAbstractItemModel::rowsInserted, [&] {
+      const QCursor* const pointer = QApplication::overrideCursor();
+      ++changes;
+      busyChanges += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
+    });
+  });
+  act();
+  Do([&] { QObject::disconnect(connection); });
+  return changes > 0 && busyChanges == changes;
+}
+
 void User::CloseWindow() {
   Do([&] { Window().windowHandle()->close(); });
 }

@@ -46,6 +46,9 @@ class User {
   void Type(std::string_view text);                               // where the focus is, in place of what is selected
   void Press(Key key);
   void GoTo(std::string_view control);  // by the Tab key
+  // Whether the pointer says so all the while that `act` lasts, as far as the changes to a list show it.
+  bool IsBusy(std::string_view list, const std::function<void()>& act);
+
   void CloseWindow();                   // by its close box
   void SwitchToAnotherProgram();        // and back
 
