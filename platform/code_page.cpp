@@ -1,18 +1,20 @@
 #include "platform/code_page.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 namespace platform {
 
 std::string FromUtf16(std::u16string_view wide) {
+  if (auto text = FromUtf16Exactly(wide)) return *std::move(text);
   std::string text;
   text.reserve(wide.size());
-  for (std::size_t i = 0; i < wide.size(); ++i) {
-    const auto character = FromUtf16Exactly(wide.substr(i, 1));
-    text += character ? *character : "?";
-    const bool isSurrogatePair =
-        (wide[i] & 0xFC00) == 0xD800 && i + 1 < wide.size() && (wide[i + 1] & 0xFC00) == 0xDC00;
-    if (isSurrogatePair) ++i;  // one character, one question mark
+  while (!wide.empty()) {
+    const bool isSurrogatePair = wide.size() > 1 && (wide[0] & 0xFC00) == 0xD800 && (wide[1] & 0xFC00) == 0xDC00;
+    const std::size_t units = isSurrogatePair ? 2 : 1;  // one character, one question mark
+    text += FromUtf16Exactly(wide.substr(0, units)).value_or("?");
+    wide.remove_prefix(units);
   }
   return text;
 }
@@ -21,6 +23,14 @@ std::string FromUtf16(std::u16string_view wide) {
 bool SameName(std::string_view left, std::string_view right) {
   return std::equal(left.rbegin(), left.rend(), right.rbegin(), right.rend(),
                     [](char a, char b) { return a == b || FoldCase(a) == FoldCase(b); });
+}
+
+bool ComesBefore(std::string_view left, std::string_view right) {
+  const auto folded = [](char c) { return static_cast<unsigned char>(FoldCase(c)); };
+  const auto differing = std::ranges::mismatch(left, right, {}, folded, folded);
+  if (differing.in1 == left.end() && differing.in2 == right.end()) return left < right;
+  if (differing.in1 == left.end() || differing.in2 == right.end()) return left.size() < right.size();
+  return folded(*differing.in1) < folded(*differing.in2);
 }
 
 }  // namespace platform

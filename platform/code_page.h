@@ -22,4 +22,7 @@ char FoldCase(char character);
 // Whether two names are the same without regard to letter case.
 bool SameName(std::string_view left, std::string_view right);
 
+// The order of names in lists: without regard to letter case, and by their bytes where nothing else tells them apart.
+bool ComesBefore(std::string_view left, std::string_view right);
+
 }  // namespace platform

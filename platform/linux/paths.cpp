@@ -24,14 +24,6 @@ bool IsFolder(int folder, const dirent& entry) {
   return fstatat(folder, entry.d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
 }
 
-bool ComesBefore(std::string_view left, std::string_view right) {
-  const auto folded = [](char c) { return static_cast<unsigned char>(FoldCase(c)); };
-  const auto differing = std::ranges::mismatch(left, right, {}, folded, folded);
-  if (differing.in1 == left.end() && differing.in2 == right.end()) return left < right;
-  if (differing.in1 == left.end() || differing.in2 == right.end()) return left.size() < right.size();
-  return folded(*differing.in1) < folded(*differing.in2);
-}
-
 }  // namespace
 
 HostPath BesideExecutable(std::string_view name) {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QIcon>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <cstdio>
@@ -13,6 +14,9 @@
 #include "platform/events.h"
 #include "platform/qt/run.h"
 #include "platform/quit_requests.h"
+
+// The toolkit's macro must stand outside all namespaces.
+static void LoadIcon() { Q_INIT_RESOURCE(icon); }
 
 namespace platform {
 namespace {
@@ -50,7 +54,12 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   QApplication::setStyle("Fusion");
   // The toolkit would end the program when the setup dialog closes before the main window was shown.
   QApplication::setQuitOnLastWindowClosed(false);
+  LoadIcon();
+  QApplication::setWindowIcon(QIcon(":/gantrel.png"));
+  QGuiApplication::setDesktopFileName("gantrel");
   qApp->installEventFilter(&running->quitEventFilter);
+  // At the end of its session, Windows tells only this much while the program waits in an event loop of its own.
+  QObject::connect(qApp, &QCoreApplication::aboutToQuit, Quit);
   if (const int descriptor = QuitRequestDescriptor(); descriptor >= 0) {
     running->quitRequests = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     QObject::connect(running->quitRequests.get(), &QSocketNotifier::activated,

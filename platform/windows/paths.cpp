@@ -1,0 +1,132 @@
+#include "platform/paths.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/code_page.h"
+#include "platform/windows/system.h"
+#include "platform/windows/wide.h"
+
+namespace platform {
+namespace {
+
+constexpr std::wstring_view kLiteral = LR"(\\?\)";
+constexpr std::wstring_view kLiteralShare = LR"(\\?\UNC\)";
+constexpr std::wstring_view kShare = LR"(\\)";
+constexpr std::wstring_view kDevice = LR"(\\.\)";
+
+// Asks a function of the system for a text of any length. `ask` takes a room and its size; it returns the length, or
+// the size that it needs when there is too little room.
+template <typename Ask>
+std::wstring AskForText(Ask ask) {
+  std::wstring text(MAX_PATH, L'\0');
+  for (;;) {
+    const std::size_t length = ask(text.data(), static_cast<DWORD>(text.size()));
+    const bool fits = length < text.size();
+    text.resize(fits ? length : std::max<std::size_t>(length, 2 * text.size()));
+    if (fits) return text;
+  }
+}
+
+struct CloseFind {
+  using pointer = HANDLE;
+  void operator()(HANDLE find) const { FindClose(find); }
+};
+
+bool IsThere(const std::wstring& folder) {
+  HANDLE const handle = CreateFileW(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return false;
+  CloseHandle(handle);
+  return true;
+}
+
+// Names that begin with a dot are left out as on other systems, where they mean hidden: what keeps its own records in a
+// folder of such a name does so on all of them.
+bool IsOffered(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
+  constexpr DWORD kFolderAndHidden = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN;
+  if ((entry.dwFileAttributes & kFolderAndHidden) != FILE_ATTRIBUTE_DIRECTORY) return false;
+  if (entry.cFileName[0] == L'.') return false;
+  const bool isLink = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  return !isLink || IsThere(folder + entry.cFileName);
+}
+
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+bool IsDrive(char letter) {
+  const auto number = static_cast<unsigned int>((letter | 0x20) - 'a');
+  return (GetLogicalDrives() >> number & 1U) != 0;
+}
+
+}  // namespace
+
+std::wstring ToSystem(const HostPath& path) {
+  std::wstring whole = AskForText(
+      [&path](wchar_t* room, DWORD size) { return GetFullPathNameW(path.text.c_str(), size, room, nullptr); });
+  if (whole.empty()) return path.text;
+  constexpr std::size_t kShort = MAX_PATH - 12;  // what a folder's path may take, so that it has room for a file's name
+  if (whole.size() < kShort || whole.starts_with(kLiteral) || IsDevice(whole)) return whole;
+  if (!whole.starts_with(kShare)) return whole.insert(0, kLiteral);
+  return whole.replace(0, kShare.size(), kLiteralShare);
+}
+
+bool IsDevice(std::wstring_view systemPath) { return systemPath.starts_with(kDevice); }
+
+HostPath BesideExecutable(std::string_view name) {
+  std::wstring path = AskForText([](wchar_t* room, DWORD size) { return GetModuleFileNameW(nullptr, room, size); });
+  path.resize(path.rfind(L'\\') + 1);
+  path += ToWide(ToUtf16(name));
+  std::ranges::replace(path, L'/', L'\\');
+  return {path};
+}
+
+// Drives and shares are the system's own.
+std::optional<HostPath> ToHostPath(std::string_view windowsPath) {
+  std::wstring path = ToWide(ToUtf16(windowsPath));
+  std::ranges::replace(path, L'/', L'\\');
+  if (path.starts_with(kShare)) return HostPath{path};
+  const bool hasDrive = windowsPath.size() >= 2 && IsLetter(windowsPath[0]) && windowsPath[1] == ':';
+  if (!hasDrive || !IsDrive(windowsPath[0])) return std::nullopt;
+  if (!path.substr(2).starts_with(L'\\')) path.insert(2, 1, L'\\');  // never the drive's current folder
+  return HostPath{path};
+}
+
+// The system itself does without letter case.
+HostPath AsSpelledOnDisk(const HostPath& path) { return path; }
+
+std::optional<std::string> ToWindowsPath(const HostPath& path) {
+  std::wstring text = path.text;
+  std::ranges::replace(text, L'/', L'\\');
+  if (text.starts_with(kLiteralShare)) {
+    text.replace(0, kLiteralShare.size(), kShare);
+  } else if (text.starts_with(kLiteral)) {
+    text.erase(0, kLiteral.size());
+  }
+  return FromUtf16Exactly(ToUnits(text));
+}
+
+std::string Shown(const HostPath& path) { return FromUtf16(ToUnits(path.text)); }
+
+std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
+  const auto path = ToHostPath(windowsPath);
+  if (!path) return std::nullopt;
+  std::wstring folder = ToSystem(*path);
+  if (!folder.ends_with(L'\\')) folder += L'\\';
+  WIN32_FIND_DATAW entry = {};
+  const std::unique_ptr<HANDLE, CloseFind> find(FindFirstFileExW(
+      (folder + L'*').c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
+  if (find.get() == INVALID_HANDLE_VALUE) {
+    // The root folder of an empty drive has no entries, not even those for itself.
+    if (GetLastError() == ERROR_FILE_NOT_FOUND) return std::vector<std::string>();
+    return std::nullopt;
+  }
+  std::vector<std::string> names;
+  do {
+    if (!IsOffered(folder, entry)) continue;
+    if (auto name = FromUtf16Exactly(ToUnits(entry.cFileName))) names.push_back(*std::move(name));
+  } while (FindNextFileW(find.get(), &entry) != 0);
+  std::ranges::sort(names, ComesBefore);
+  return names;
+}
+
+}  // namespace platform
