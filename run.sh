@@ -12,11 +12,6 @@ build release
 say "Laying out the portable folder build/gantrel/."
 cmake --install build/release --prefix build/gantrel >/dev/null
 
-# A game to try the tool on: an empty executable, and some data folders.
-put_sample_game() {
-  mkdir -p "$1"/W40k/{BetterMaps,BetterMaps_Sound,BigArmies,NightSky}
-  touch "$1/W40k.exe"
-}
 put_sample_game build/sample-game
 
 if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then

@@ -16,5 +16,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(QT_HOST_PATH /usr)
 set(QT_HOST_PATH_CMAKE_DIR /usr/lib/x86_64-linux-gnu/cmake)
 
+set(CMAKE_CROSSCOMPILING_EMULATOR wine)  # for the tests
+
 # One file that needs nothing installed, the compiler's own libraries included.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")

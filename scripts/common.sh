@@ -1,4 +1,4 @@
-# What run.sh and test.sh share. Sourced, from the project's folder.
+# What the project's commands share. Sourced, from the project's folder.
 
 say() { printf '\n\033[1m%s\033[0m\n' "$*"; }
 
@@ -24,6 +24,12 @@ build() {
   local preset=$1
   [[ -f build/$preset/build.ninja ]] || cmake --preset "$preset" || exit
   cmake --build --preset "$preset" || exit
+}
+
+# Puts a game to try the tool on into a folder: an empty executable, and some data folders.
+put_sample_game() {
+  mkdir -p "$1"/W40k/{BetterMaps,BetterMaps_Sound,BigArmies,NightSky}
+  touch "$1/W40k.exe"
 }
 
 build_packages=(g++ cmake ninja-build qt6-base-dev)

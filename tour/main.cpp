@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/paths.h"
 #include "tests/support/own_folder.h"
 #include "tests/support/user.h"
 
@@ -17,6 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 using support::Key;
 using support::User;
+
+fs::path BesideTheTour(const char* name) { return platform::BesideExecutable(name).text; }
 
 class Tour {
  public:
@@ -85,7 +88,7 @@ class Tour {
     Picture("game-name");
     user_.Press(Key::Enter);
     Say("Pick its W40k.exe.");
-    user_.TypeFileName(game_.filename().string());
+    user_.TypeFileName(game_.filename());
     Picture("game-file");
     user_.Press(Key::Enter);
     Say("    Listed: " + user_.Entries("lstGames").back());
@@ -157,12 +160,12 @@ class Tour {
 
   void FailToWrite() {
     Say("Take the header template away; click on 'Big Armies', then on '<'.");
-    const fs::path header = fs::read_symlink("/proc/self/exe").parent_path() / "HEADER";
-    fs::rename(header, header.string() + ".away");
+    const fs::path header = BesideTheTour("HEADER");
+    fs::rename(header, fs::path(header).replace_extension("away"));
     user_.ClickEntry("lstActive", "Big Armies");
     user_.Click("cmdDeactivate1");
     Answer("message-module-file", "OK");
-    fs::rename(header.string() + ".away", header);
+    fs::rename(fs::path(header).replace_extension("away"), header);
     Say("Put it back, and activate 'Big Armies' again.");
     user_.Click("cmdActivateAll");
     SayLists();
@@ -184,7 +187,7 @@ class Tour {
 };
 
 void Show(const fs::path& file) {
-  std::printf("\n%s:\n\n%s", file.filename().c_str(), support::ReadFile(file).c_str());
+  std::printf("\n%s:\n\n%s", file.filename().string().c_str(), support::ReadFile(file).c_str());
 }
 
 }  // namespace
@@ -195,7 +198,7 @@ int main(int argumentCount, char** arguments) {
   const fs::path pictures = arguments[2];
   try {
     support::Use([&](User& user) { Tour(user, game, pictures).Go(); });
-    Show(fs::read_symlink("/proc/self/exe").parent_path() / "Ulvane.ini");
+    Show(BesideTheTour("Ulvane.ini"));
     Show(game.parent_path() / "Ulvane.module");
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "The tour broke off: %s\n", failure.what());

@@ -50,7 +50,9 @@ QStringList NameFilters(std::span<const FileFilter> filters) {
   return list;
 }
 
-HostPath FromQtPath(const QString& path) { return {std::filesystem::path(path.toStdU16String()).native()}; }
+HostPath FromQtPath(const QString& path) {
+  return {std::filesystem::path(path.toStdU16String()).make_preferred().native()};
+}
 
 QString ToQtPath(const HostPath& path) {
   return QString::fromStdU16String(std::filesystem::path(path.text).u16string());

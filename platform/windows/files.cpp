@@ -229,7 +229,7 @@ std::error_code FileBytes::Read(const HostPath& path) {
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.
 std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
-  const std::wstring named = ToSystem(path);
+  const std::wstring named = ToSystem(AsSpelledOnDisk(path));
   if (IsDevice(named)) return std::make_error_code(std::errc::invalid_argument);
   const DWORD attributes = GetFileAttributesW(named.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
@@ -242,9 +242,10 @@ std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
   Kept kept;
   {
     const File old(target, GENERIC_WRITE | FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
-    if (!old.IsOpen()) return ToError(old.OpenFailure());  // a read-only file among them
+    if (!old.IsOpen()) return ToError(old.OpenFailure());
     BY_HANDLE_FILE_INFORMATION information = {};
     if (const auto failure = CheckIsFile(old, information)) return failure;
+    if ((information.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0) return ToError(ERROR_ACCESS_DENIED);
     constexpr DWORD kOfTheFile = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
                                  FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
     kept = {information.dwFileAttributes & kOfTheFile, information.ftCreationTime, AccessRights(target)};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "platform/code_page.h"
 #include "platform/windows/system.h"
@@ -51,6 +52,32 @@ bool IsOffered(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
   return !isLink || IsThere(folder + entry.cFileName);
 }
 
+// Where the first name begins in a complete path: behind the drive, or behind the server and its share.
+std::size_t EndOfRoot(std::wstring_view path) {
+  const bool isShare = path.starts_with(kLiteralShare) || (path.starts_with(kShare) && !path.starts_with(kLiteral));
+  std::size_t end = path.starts_with(kLiteralShare) ? kLiteralShare.size()
+                    : path.starts_with(kLiteral)    ? kLiteral.size()
+                    : isShare                       ? kShare.size()
+                                                    : 0;
+  for (int names = isShare ? 2 : 1; names > 0 && end < path.size(); --names) {
+    end = std::min(path.find(L'\\', end), path.size() - 1) + 1;
+  }
+  return end;
+}
+
+// `folder`, which ends in a separator, with the name behind it as it is spelled there; as given when it is not there.
+std::wstring Spelling(std::wstring folder, const std::wstring& name) {
+  const std::wstring path = folder + name;
+  WIN32_FIND_DATAW entry = {};
+  const bool isPattern = name.empty() || name.find_first_of(L"*?<>\"") != std::wstring::npos;
+  HANDLE const find = isPattern
+                          ? INVALID_HANDLE_VALUE
+                          : FindFirstFileExW(path.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0);
+  if (find == INVALID_HANDLE_VALUE) return path;
+  FindClose(find);
+  return folder += entry.cFileName;
+}
+
 bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 bool IsDrive(char letter) {
@@ -91,8 +118,20 @@ std::optional<HostPath> ToHostPath(std::string_view windowsPath) {
   return HostPath{path};
 }
 
-// The system itself does without letter case.
-HostPath AsSpelledOnDisk(const HostPath& path) { return path; }
+// The system finds a file in any spelling, but a new file would take the name as given.
+HostPath AsSpelledOnDisk(const HostPath& path) {
+  const std::wstring given = ToSystem(path);
+  if (IsDevice(given)) return path;
+  std::size_t begin = EndOfRoot(given);
+  std::wstring spelled = given.substr(0, begin);
+  while (begin < given.size()) {
+    const std::size_t end = std::min(given.find(L'\\', begin), given.size());
+    spelled = Spelling(std::move(spelled), given.substr(begin, end - begin));
+    begin = std::min(end + 1, given.size());
+    if (end < given.size()) spelled += L'\\';
+  }
+  return {spelled};
+}
 
 std::optional<std::string> ToWindowsPath(const HostPath& path) {
   std::wstring text = path.text;

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <csignal>
-#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,13 +9,16 @@
 
 #include "platform/paths.h"
 #include "tests/support/game.h"
+#include "tests/support/system.h"
 #include "tests/support/user.h"
 
 namespace fs = std::filesystem;
 using support::FourMods;
+using support::Installation;
 using support::Key;
 using support::Message;
 using support::ReadFile;
+using support::SetRegistry;
 using support::SettingsFile;
 using support::Text;
 using support::User;
@@ -31,17 +32,8 @@ class Setup : public testing::Test {
  protected:
   void SetUp() override {
     support::Reset();
-    WriteFile(support::DriveC() / "Games" / "D\u00F6W" / "W40K.EXE", "");
+    WriteFile(support::DriveC() / "Games" / u8"D\u00F6W" / "W40K.EXE", "");
     WriteFile(elsewhere_, "");
-  }
-
-  static void Registry(const std::string& entries) {
-    WriteFile(support::Prefix() / "system.reg", "WINE REGISTRY Version 2\n\n#arch=win64\n\n" + entries);
-  }
-
-  static std::string Entry(const std::string& edition, const std::string& folder) {
-    return "[Software\\\\Wow6432Node\\\\THQ\\\\" + edition + "] 1234567890\n#time=1d9\n\"InstallLocation\"=\"" +
-           folder + "\"\n\n";
   }
 
   static void Open(User& user) {
@@ -51,7 +43,7 @@ class Setup : public testing::Test {
   }
 
   // Picks a file in the file dialog by typing its name.
-  static void Pick(User& user, const std::string& name) {
+  static void Pick(User& user, const fs::path& name) {
     EXPECT_EQ(user.DialogTitle(), "Select DoW Path");
     user.TypeFileName(name);
     user.Press(Key::Enter);
@@ -67,32 +59,31 @@ const std::string kTwoGames = Text({"[Games]", "Count=2", "DoW1=First", "DoW2=Se
 TEST_F(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
   struct Row {
     const char* rule;
-    std::string registry;
+    std::vector<Installation> registry;
     Names lines;
     std::string settings;
   };
   const Row rows[] = {
-      {"none", "", {}, ""},
+      {"none", {}, {}, ""},
       {"all, in their order, each folder with one backslash at its end",
-       Entry("Dawn of War Beta", "D:\\\\") + Entry("Dawn of War Demo", "C:\\\\Demo") +
-           Entry("DAWN OF WAR", "C:\\\\D\\xf6W\\\\"),
+       {{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}},
        {"Dawn of War (C:\\D\xF6W\\)", "Dawn of War Demo (C:\\Demo\\)", "Dawn of War Beta (D:\\)"},
        Text({"[Games]", "DoW1=Dawn of War", "Count=3", "DoW2=Dawn of War Demo", "DoW3=Dawn of War Beta",
              "[Dawn of War]", "Path=C:\\D\xF6W\\", "AutoPath=1", "[Dawn of War Demo]", "Path=C:\\Demo\\", "AutoPath=1",
              "[Dawn of War Beta]", "Path=D:\\", "AutoPath=1"})},
       {"one, as the first",
-       Entry("Dawn of War Demo", "C:\\\\Demo"),
+       {{"Dawn of War Demo", "C:\\Demo"}},
        {"Dawn of War Demo (C:\\Demo\\)"},
        Text({"[Games]", "DoW1=Dawn of War Demo", "Count=1", "[Dawn of War Demo]", "Path=C:\\Demo\\", "AutoPath=1"})},
       {"empty and overlong folders are none",
-       Entry("Dawn of War", "") + Entry("Dawn of War Demo", std::string(1024, 'x')),
+       {{"Dawn of War", ""}, {"Dawn of War Demo", std::string(1024, 'x')}},
        {},
        ""},
-      {"the 64-bit view is not asked", "[Software\\\\THQ\\\\Dawn of War] 1\n\"InstallLocation\"=\"C:\\\\x\"\n", {}, ""},
+      {"the 64-bit view is not asked", {{"Dawn of War", "C:\\x", support::View::Bits64}}, {}, ""},
   };
   for (const Row& row : rows) {
     fs::remove(SettingsFile());
-    Registry(row.registry);
+    SetRegistry(row.registry);
     support::Use([&](User& user) {
       EXPECT_EQ(user.CountWindows("frmMain"), 0) << "before the dialog has ended: " << row.rule;
       user.LookAt("frmDoWSetup");
@@ -108,7 +99,7 @@ TEST_F(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
 }
 
 TEST_F(Setup, IsNotOpenedAtTheStartOnceGamesWereCounted) {
-  Registry(Entry("Dawn of War", "C:\\\\DoW"));
+  SetRegistry({{"Dawn of War", "C:\\DoW"}});
   for (const std::string count : {"0", "1", "", "damaged"}) {
     WriteFile(SettingsFile(), "[Games]\r\nCount=" + count + "\r\n");
     support::Use([&](User& user) {
@@ -169,7 +160,7 @@ TEST_F(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
 
 TEST_F(Setup, AGameIsRegisteredByNameAndExecutable) {
   WriteFile(SettingsFile(), "");
-  Registry(Entry("<b>x</b> & y", "c:\\\\games\\\\D\\xd6w"));
+  SetRegistry({{"<b>x</b> & y", "c:\\games\\D\xD6w"}});
   support::Use([&](User& user) {
     user.LookAt("frmDoWSetup");
     user.Click("cmdnew");
@@ -183,7 +174,7 @@ TEST_F(Setup, AGameIsRegisteredByNameAndExecutable) {
     user.Click("cmdnew");
     user.Type("<B>x</B> & y");
     user.Press(Key::Enter);
-    Pick(user, elsewhere_.string());
+    Pick(user, elsewhere_);
     EXPECT_EQ(user.Entries("lstGames").back(), "<B>x</B> & y (" + onZ_ + ")");
   });
   EXPECT_EQ(ReadFile(SettingsFile()), Text({"[Games]", "Count=2", "DoW1=<b>x</b> & y", "DoW2=<B>x</B> & y",  //
@@ -217,7 +208,8 @@ TEST_F(Setup, NothingIsWrittenForACancelOrATakenName) {
 }
 
 TEST_F(Setup, AFolderThatTheCodePageCannotSpellIsRefused) {
-  const fs::path folder = support::DriveC() / "\u017Bycie";
+  constexpr auto kSeparator = static_cast<char>(fs::path::preferred_separator);
+  const fs::path folder = support::DriveC() / u8"\u017Bycie";
   WriteFile(folder / "W40k.exe", "");
   WriteFile(SettingsFile(), kTwoGames);
   support::Use([&](User& user) {
@@ -225,9 +217,10 @@ TEST_F(Setup, AFolderThatTheCodePageCannotSpellIsRefused) {
     user.Click("cmdnew");
     user.Type("Third");
     user.Press(Key::Enter);
-    Pick(user, (folder / "W40k.exe").string());
+    Pick(user, folder / "W40k.exe");
     ASSERT_TRUE(user.ShownMessage());
-    EXPECT_NE(user.ShownMessage()->text.find("?ycie/W40k.exe cannot be used"), std::string::npos);
+    EXPECT_NE(user.ShownMessage()->text.find("?ycie" + std::string(1, kSeparator) + "W40k.exe cannot be used"),
+              std::string::npos);
     user.Answer("OK");
     EXPECT_EQ(user.DialogTitle(), "Select DoW Path") << "the choice goes on";
     user.Press(Key::Escape);
@@ -271,12 +264,10 @@ TEST_F(Setup, ADamagedCountIsNotCountedOn) {
     Open(user);
     user.Click("cmdnew");
     user.Press(Key::Enter);
-    Pick(user, elsewhere_.string());
+    Pick(user, elsewhere_);
     EXPECT_EQ(user.Entries("lstGames"), Names{"Dawn of War (" + onZ_ + ")"});
   });
 }
-
-double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 TEST_F(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
   double used = 0;
@@ -284,10 +275,10 @@ TEST_F(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
   const int exitCode = support::Use([&](User& user) {
     user.LookAt("frmDoWSetup");
     EXPECT_EQ(user.Focus(), "OKButton");
-    const double before = ProcessorSeconds();
+    const double before = support::ProcessorSeconds();
     std::this_thread::sleep_for(std::chrono::seconds(1));
-    used = ProcessorSeconds() - before;
-    std::raise(SIGTERM);
+    used = support::ProcessorSeconds() - before;
+    support::AskToQuit();
     for (int i = 0; i < 500 && !isEnded; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
       isEnded = user.HasEnded();
@@ -300,7 +291,7 @@ TEST_F(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
 
 // From the first start to the deleted game, in one go.
 TEST_F(Setup, TheWholeRoad) {
-  Registry(Entry("Dawn of War", "C:\\\\Games\\\\D\\xf6W") + Entry("Dawn of War Demo", "C:\\\\Demo"));
+  SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Demo", "C:\\Demo"}});
   for (const char* const name : {"Maps", "Sound"}) fs::create_directories(support::GameFolder() / "W40k" / name);
   support::Use([](User& user) {
     user.LookAt("frmDoWSetup");
@@ -376,7 +367,7 @@ TEST_F(Setup, TheWholeRoad) {
 }
 
 TEST_F(Setup, TheRoadByKeyboardAlone) {
-  Registry(Entry("Dawn of War", "C:\\\\Games\\\\D\\xf6W"));
+  SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}});
   for (const char* const name : {"Maps", "Sound"}) fs::create_directories(support::GameFolder() / "W40k" / name);
   support::Use([&](User& user) {
     const auto press = [&](std::string_view button) {
@@ -422,7 +413,7 @@ TEST_F(Setup, TheRoadByKeyboardAlone) {
     press("cmdnew");
     user.Type("Second");
     user.Press(Key::Enter);
-    Pick(user, elsewhere_.string());
+    Pick(user, elsewhere_);
     user.GoTo("lstGames");
     user.Press(Key::Space);
     press("cmdDelete");

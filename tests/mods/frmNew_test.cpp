@@ -25,7 +25,7 @@ class NewMod : public testing::Test {
  protected:
   void SetUp() override {
     support::ResetWithFourMods();
-    for (const char* const name : {"Data", "data2", "B\u00E4r", "b", ".hidden", "Zoo"}) {
+    for (const char8_t* const name : {u8"Data", u8"data2", u8"B\u00E4r", u8"b", u8".hidden", u8"Zoo"}) {
       fs::create_directories(support::GameFolder() / "w40K" / name);
     }
   }

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/utf8.h"
+#include "platform/paths.h"
 #include "tests/support/game.h"
+#include "tests/support/system.h"
 #include "tests/support/user.h"
 
 namespace fs = std::filesystem;
@@ -72,18 +73,17 @@ TEST_F(ModuleWriter, WithoutMakeIniTheDefaultsHold) {
 }
 
 TEST_F(ModuleWriter, TheGameIsFoundInAnySpellingAndOnAnyDrive) {
-  const std::string onZ = "Z:" + platform::FromUtf8((support::DriveC() / "Games" / "").native());
-  for (const std::string& path :
-       {std::string("c:\\GAMES\\d\xD6w\\"), std::string("C:/Games/D\xF6W/"), onZ + "D\xF6W\\"}) {
+  for (const std::string& drive : support::OtherNamesOfDriveC()) {
+    const std::string path = drive + "GAMES\\d\xD6w\\";
     fs::remove(ModuleFile());
     WriteFile(SettingsFile(), With(FourMods(), "C:\\Games\\D\xF6W\\", path));
     Write();
     EXPECT_TRUE(fs::exists(ModuleFile())) << path;
   }
-  fs::rename(ModuleFile(), support::GameFolder() / "uLVANE.MODULE");
+  fs::remove(ModuleFile());
   WriteFile(support::GameFolder() / "uLVANE.MODULE", "old");
   Write();
-  EXPECT_FALSE(fs::exists(ModuleFile())) << "a second file that differs in letter case alone";
+  EXPECT_FALSE(support::IsSpelledSo(ModuleFile())) << "a second file that differs in letter case alone";
   EXPECT_NE(ReadFile(support::GameFolder() / "uLVANE.MODULE"), "old");
 }
 
@@ -103,7 +103,7 @@ TEST_F(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
     std::string file;  // in the message, with what could not be done
     const char* reason;
   };
-  const std::string folder = platform::FromUtf8((ExecutableFolder() / "").native());
+  const std::string folder = platform::Shown({(ExecutableFolder() / "").native()});
   const std::string module = "C:\\Games\\D\xF6W\\Ulvane.module";
   const Row rows[] = {
       {"no header", [] { fs::remove(ExecutableFolder() / "HEADER"); }, folder + "HEADER could not be read",

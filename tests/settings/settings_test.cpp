@@ -80,7 +80,7 @@ TEST_F(Settings, AFileThatDiffersInLetterCaseAloneIsTheSettingsFile) {
   EXPECT_EQ(GetSetting("A", "x", ""), "1");
   PutSetting("A", "x", "2");
   EXPECT_EQ(ReadFile(found), "[A]\nx=2\n");
-  EXPECT_FALSE(fs::exists(SettingsFile()));
+  EXPECT_FALSE(support::IsSpelledSo(SettingsFile()));
 }
 
 TEST_F(Settings, AFileThatCannotBeReadIsNeverReplaced) {

@@ -18,7 +18,7 @@ inline std::string Text(Lines lines) {
   return text;
 }
 
-inline std::filesystem::path GameFolder() { return DriveC() / "Games" / "D\u00F6W"; }
+inline std::filesystem::path GameFolder() { return DriveC() / "Games" / u8"D\u00F6W"; }
 inline std::filesystem::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
 
 inline std::string FourMods() {

@@ -439,13 +439,13 @@ void User::DismissDialog() {
   Do([] { ShownDialog().windowHandle()->close(); });
 }
 
-void User::TypeFileName(std::string_view name) {
+void User::TypeFileName(const std::filesystem::path& name) {
   Do([&] {
     auto* const box = ShownDialog().findChild<QLineEdit*>();
     if (box == nullptr) Fail("no box for a file name", "");
     box->setFocus();
     box->selectAll();
-    TypeInto(*box, QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    TypeInto(*box, QString::fromStdU16String(name.u16string()));
   });
 }
 
@@ -504,6 +504,8 @@ int Use(const std::function<void(User&)>& acts) {
   int argumentCount = 1;
   std::string programName = "gantrel";
   std::array<char*, 2> arguments = {programName.data(), nullptr};
+  // Only the toolkit's own dialogs can be clicked on here; where the system has some, they are looked at by eye.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   const platform::Application application(Layouts(), argumentCount, arguments.data());
   Hands itsHands;
   std::exception_ptr failure;

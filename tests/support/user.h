@@ -62,11 +62,11 @@ class User {
   void AwaitActiveWindow();  // the display gives a new window the focus in its own time
 
   std::optional<Message> ShownMessage();
-  void Answer(std::string_view button);      // of the message or other dialog that is shown
-  void DismissDialog();                      // by its close box
-  void TypeFileName(std::string_view name);  // into the file dialog, in place of what is there; UTF-8
-  std::string DialogText();                  // what a dialog that is no message says
-  std::string DialogTitle();                 // of the message or other dialog that is shown; empty when none is
+  void Answer(std::string_view button);                  // of the message or other dialog that is shown
+  void DismissDialog();                                  // by its close box
+  void TypeFileName(const std::filesystem::path& name);  // into the file dialog, in place of what is there
+  std::string DialogText();                              // what a dialog that is no message says
+  std::string DialogTitle();  // of the message or other dialog that is shown; empty when none is
 
   void SavePicture(const std::filesystem::path& file);        // of the window
   void SaveDialogPicture(const std::filesystem::path& file);  // of the message or other dialog

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/linux/drives.h"
+#include "tests/support/linux/prefix.h"
 #include "tests/support/own_folder.h"
 
 namespace fs = std::filesystem;

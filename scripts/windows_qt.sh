@@ -1,0 +1,26 @@
+# The static Qt for Windows, and what else building for Windows needs. Sourced, from the project's folder.
+
+windows_build_packages=(g++-mingw-w64-x86-64 xz-utils)
+
+# Where an archive of it is at hand; fails when there is none.
+windows_qt_archive() {
+  local archive
+  for archive in ${GANTREL_WINDOWS_QT_ARCHIVE:-} ../shared/windows-qt/windows-qt-*-mingw64.tar.xz build/windows-qt-*-mingw64.tar.xz; do
+    [[ -f $archive ]] && echo "$archive" && return
+  done
+  return 1
+}
+
+# Puts it into build/windows-qt.
+unpack_windows_qt() {
+  [[ -d build/windows-qt ]] && return
+  local archive
+  if ! archive=$(windows_qt_archive); then
+    echo "There is no Qt for Windows here. packaging/windows/build-qt.sh makes one, in about half an hour." >&2
+    exit 1
+  fi
+  say "Unpacking $archive."
+  mkdir -p build/windows-qt.new
+  tar --extract --xz --file "$archive" --strip-components=1 --directory build/windows-qt.new
+  mv build/windows-qt.new build/windows-qt
+}

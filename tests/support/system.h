@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// What the tests ask of the system, and each system has its own way to do.
+namespace support {
+
+enum class View : std::uint8_t { Bits32, Bits64 };
+
+// An edition of the game in the registry, and where it is installed; text in the code page.
+struct Installation {
+  std::string edition;
+  std::string folder;
+  View view = View::Bits32;
+};
+
+// Makes these the installations that the registry knows.
+void SetRegistry(const std::vector<Installation>& installations);
+
+// Other beginnings of Windows paths on drive C:, which lead to the same files as `C:\` does.
+std::vector<std::string> OtherNamesOfDriveC();
+
+// Asks this program to quit, as the desktop does at the end of its session. Called from any thread.
+void AskToQuit();
+
+// The time for which the program has kept the processor busy.
+double ProcessorSeconds();
+
+}  // namespace support
