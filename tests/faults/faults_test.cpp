@@ -22,6 +22,7 @@
 #include "platform/files.h"
 #include "tests/faults/file_operations.h"
 #include "tests/support/game.h"
+#include "tests/support/linux/prefix.h"
 #include "tests/support/plain_profile.h"
 #include "tests/support/user.h"
 
