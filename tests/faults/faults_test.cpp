@@ -297,6 +297,11 @@ class Faults : public testing::TestWithParam<Command> {
     for (const Content& state : settings_) {
       EXPECT_TRUE(std::ranges::includes(Belongings(state), kept)) << "lost in between: " << state.value_or("");
     }
+    const std::string header = support::ReadFile(ExecutableFolder() / "HEADER");
+    const std::string footer = support::ReadFile(ExecutableFolder() / "FOOTER");
+    for (const Content& state : modules_) {
+      EXPECT_TRUE(state->starts_with(header) && state->ends_with(footer)) << "a part of a module: " << *state;
+    }
     if (GetParam().isInPlace) {
       foldersTakeNoFiles_ = true;
       GetReady(user);
