@@ -18,6 +18,9 @@ extern "C" {
 
 #include "bench/raw_files.h"
 #include "bench/sample.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/profile_text.h"
 #include "settings/Module1.h"
 
 namespace {
@@ -67,6 +70,26 @@ std::string WithIniparser(const std::string& file, const Wanted& wanted) {
   return iniparser_getstring(ini.get(), (wanted.section + ":" + wanted.key).c_str(), "");
 }
 
+// The parts of a read, each by itself.
+void MeasureFolder(benchmark::State& state) {
+  for ([[maybe_unused]] auto pass : state) benchmark::DoNotOptimize(platform::BesideExecutable("Ulvane.ini"));
+}
+
+void MeasureFileBytes(benchmark::State& state, int mods) {
+  const platform::HostPath file = {support::SettingsFile()};
+  support::WriteFile(file.text, sample::Settings(mods, sample::Active::None));
+  for ([[maybe_unused]] auto pass : state) {
+    platform::FileBytes bytes;
+    benchmark::DoNotOptimize(bytes.Read(file));
+  }
+}
+
+void MeasureSearch(benchmark::State& state, int mods) {
+  const std::string text = sample::Settings(mods, sample::Active::None);
+  const std::string section = std::string(sample::kGame) + "." + std::to_string(mods / 2);
+  for ([[maybe_unused]] auto pass : state) benchmark::DoNotOptimize(platform::FindValue(text, section, "Dir1"));
+}
+
 using Reader = std::string (*)(const std::string& file, const Wanted& wanted);
 
 void MeasureLimit(benchmark::State& state, int mods) {
@@ -103,6 +126,9 @@ int Run(int argumentCount, char** arguments) {
                                Place{"missing", mods + 1}};
     const std::string size = std::to_string(mods) + "/";
     benchmark::RegisterBenchmark((size + "limit").c_str(), MeasureLimit, mods);
+    benchmark::RegisterBenchmark((size + "folder").c_str(), MeasureFolder);
+    benchmark::RegisterBenchmark((size + "bytes").c_str(), MeasureFileBytes, mods);
+    benchmark::RegisterBenchmark((size + "search").c_str(), MeasureSearch, mods);
     for (const Subject& subject : kSubjects) {
       for (const Place& place : places) {
         benchmark::RegisterBenchmark((size + subject.name + "/" + place.name).c_str(), MeasureReader, subject.reader,
