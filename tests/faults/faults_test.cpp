@@ -24,6 +24,7 @@
 #include "tests/support/game.h"
 #include "tests/support/linux/prefix.h"
 #include "tests/support/plain_profile.h"
+#include "tests/support/system.h"
 #include "tests/support/user.h"
 
 // Every command, in the real windows, with each of its file operations going wrong in turn, in every way that it can.
@@ -221,9 +222,7 @@ class Faults : public testing::TestWithParam<Command> {
     fs::create_directories(GameFolder() / "W40k" / "Maps");
     support::WriteFile(support::Root() / "W40k.exe", "");
     fs::current_path(support::Root());
-    support::WriteFile(support::Prefix() / "system.reg",
-                       "WINE REGISTRY Version 2\n#arch=win64\n\n[Software\\\\Wow6432Node\\\\THQ\\\\Dawn of War] 1\n"
-                       "\"InstallLocation\"=\"C:\\\\Games\\\\D\\xf6W\"\n");
+    support::SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}});
     support::WriteFile(SettingsFile(), GetParam().startsWithoutSettings ? "[Games]\r\nCount=0\r\n" : ThreeGames());
     fs::permissions(SettingsFile(), fs::perms(0640));
     oldModule_ = support::Module({"DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData"});

@@ -12,8 +12,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -32,6 +30,7 @@
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
 #include "platform/qt/text.h"
+#include "tests/support/system.h"
 
 namespace support {
 
@@ -72,8 +71,6 @@ class Hands {
 
   // In a copy of the process, which has this thread alone: nothing is left of the user who waits for what it does.
   void GoOnInCopy(const std::function<void(User&)>& acts) {
-    constexpr unsigned int kPatience = 60;  // seconds
-    alarm(kPatience);
     QObject::disconnect(connection_);
     auto* const hands = new Hands;
     std::thread([acts, hands] {
@@ -86,7 +83,7 @@ class Hands {
         std::fprintf(stderr, "%s\n", failure.what());
         exitCode = EXIT_FAILURE;
       }
-      _exit(exitCode);
+      std::_Exit(exitCode);
     }).detach();
   }
 
@@ -490,14 +487,12 @@ void User::RefillMainWindow() {
 }
 
 int User::DoInACopy(const std::function<void(User&)>& acts) {
-  int status = 0;
+  std::optional<int> status;
   Do([&] {
-    const pid_t copy = fork();
-    if (copy < 0) Fail("cannot copy", "the process");
-    if (copy == 0) return hands_->GoOnInCopy(acts);
-    waitpid(copy, &status, 0);
+    status = CopyProcess();
+    if (!status) hands_->GoOnInCopy(acts);
   });
-  return status;
+  return *status;
 }
 
 int Use(const std::function<void(User&)>& acts) {

@@ -49,8 +49,8 @@ class User {
   // Whether the pointer says so all the while that `act` lasts, as far as the changes to a list show it.
   bool IsBusy(std::string_view list, const std::function<void()>& act);
 
-  void CloseWindow();                   // by its close box
-  void SwitchToAnotherProgram();        // and back
+  void CloseWindow();             // by its close box
+  void SwitchToAnotherProgram();  // and back
 
   std::vector<std::string> Entries(std::string_view list);
   std::string Selected(std::string_view list);  // its text; empty when no entry is
