@@ -18,8 +18,8 @@ constexpr std::size_t kMostCharacters = 254;
 
 std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
                     std::string_view fallback, std::error_code* failure) {
-  std::array<char, kMostCharacters + 1>
-      buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): the call fills what is read of it
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the call fills what is read of it
+  std::array<char, kMostCharacters + 1> buffer;
   const std::size_t count = platform::GetPrivateProfileStringA(section, key, fallback, buffer, file, failure);
   return {buffer.data(), count};
 }
