@@ -58,9 +58,12 @@ void Reset() {
 int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int, char**)) {
   if (std::getenv(kRootVariable) != nullptr) return run(argumentCount, arguments);
 
-  const fs::path root = fs::temp_directory_path() / ("gantrel \u00FCber all " + std::to_string(getpid()));
+  // Not named by the process's number, which a folder left behind by a killed program may have.
+  std::string root = fs::temp_directory_path() / "gantrel \u00FCber all XXXXXX";
+  if (mkdtemp(root.data()) == nullptr) throw std::runtime_error("cannot make a folder like " + root);
+  fs::permissions(root, fs::perms(0755));  // some tests go on as a user who is not root
   setenv(kRootVariable, root.c_str(), 1);
-  setenv("HOME", (root / "home").c_str(), 1);
+  setenv("HOME", (fs::path(root) / "home").c_str(), 1);
   fs::create_directories(ExecutableFolder());
   const fs::path copy = ExecutableFolder() / "gantrel-test";
   std::error_code failure;
