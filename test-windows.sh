@@ -2,8 +2,8 @@
 # Builds Gantrel for Windows and runs its tests there: on Debian's wine, in a Windows of their own below build/. Then lets
 # both builds, that for Windows and the one for this system, do the same clicks, and compares the files that come of it.
 #
-# Needs a static Qt for Windows in build/windows-qt: from the archive named by GANTREL_WINDOWS_QT_ARCHIVE, or from the
-# folder ../shared/windows-qt, or made by packaging/windows/build-qt.sh.
+# Needs a static Qt for Windows: scripts/windows_qt.sh says where it is looked for, and packaging/windows/build-qt.sh makes
+# it.
 set -euo pipefail
 cd "$(dirname "$0")"
 source scripts/common.sh

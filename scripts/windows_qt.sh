@@ -2,10 +2,11 @@
 
 windows_build_packages=(g++-mingw-w64-x86-64 xz-utils)
 
-# Where an archive of it is at hand; fails when there is none.
+# Where an archive of it is at hand: named by GANTREL_WINDOWS_QT_ARCHIVE, in build/, or in a folder windows-qt of any folder
+# beside this one. Fails when there is none.
 windows_qt_archive() {
   local archive
-  for archive in ${GANTREL_WINDOWS_QT_ARCHIVE:-} ../shared/windows-qt/windows-qt-*-mingw64.tar.xz build/windows-qt-*-mingw64.tar.xz; do
+  for archive in ${GANTREL_WINDOWS_QT_ARCHIVE:-} build/windows-qt-*-mingw64.tar.xz ../*/windows-qt/windows-qt-*-mingw64.tar.xz; do
     [[ -f $archive ]] && echo "$archive" && return
   done
   return 1
