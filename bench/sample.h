@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 // A registered game with a given number of mods of two folders, five keys each.
 namespace sample {

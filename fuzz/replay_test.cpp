@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "fuzz/targets.h"
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include <string>
 
 #include "platform/paths.h"
-#include "tests/support/own_folder.h"
-#include "tests/support/user.h"
+#include "support/own_folder.h"
+#include "support/user.h"
 
 namespace {
 

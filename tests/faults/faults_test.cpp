@@ -22,10 +22,10 @@
 #include "platform/files.h"
 #include "tests/faults/file_operations.h"
 #include "tests/support/game.h"
-#include "tests/support/linux/prefix.h"
+#include "support/linux/prefix.h"
 #include "tests/support/plain_profile.h"
-#include "tests/support/system.h"
-#include "tests/support/user.h"
+#include "support/system.h"
+#include "support/user.h"
 
 // Every command, in the real windows, with each of its file operations going wrong in turn, in every way that it can.
 // To be killed, the process is copied just before the command.

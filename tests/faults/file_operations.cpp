@@ -14,7 +14,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming): the names are the linker's
 #define GANTREL_REAL(result, name, ...) extern "C" result __real_##name(__VA_ARGS__)  // NOLINT(*-macro-usage)

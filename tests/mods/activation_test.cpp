@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/support/game.h"
-#include "tests/support/user.h"
+#include "support/user.h"
 
 using support::FourMods;
 using support::Module;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tests/support/game.h"
-#include "tests/support/user.h"
+#include "support/user.h"
 
 namespace fs = std::filesystem;
 using support::FourMods;

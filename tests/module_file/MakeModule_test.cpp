@@ -7,8 +7,8 @@
 
 #include "platform/paths.h"
 #include "tests/support/game.h"
-#include "tests/support/system.h"
-#include "tests/support/user.h"
+#include "support/system.h"
+#include "support/user.h"
 
 namespace fs = std::filesystem;
 using support::ExecutableFolder;

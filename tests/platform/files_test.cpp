@@ -1,39 +1,18 @@
-#include "platform/files.h"
-
 #include <gtest/gtest.h>
+
 #include <filesystem>
 #include <string>
 
-#include "tests/support/own_folder.h"
+#include "tests/platform/replacing_files.h"
 
 namespace fs = std::filesystem;
 using platform::FileBytes;
-using platform::HostPath;
-using platform::ReplaceFile;
 using support::ReadFile;
 using support::WriteFile;
 
 namespace {
 
-class Files : public testing::Test {
- protected:
-  void SetUp() override {
-    support::Reset();
-    fs::create_directory(folder_);
-    WriteFile(file_, "old");
-  }
-
-  static std::error_code Replace(const fs::path& file, std::string_view bytes) {
-    return ReplaceFile(HostPath{file.native()}, bytes);
-  }
-
-  std::size_t CountEntries() const {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
-  }
-
-  const fs::path folder_ = support::Root() / u8"f\u00F6lder";
-  const fs::path file_ = folder_ / "File.txt";
-};
+class Files : public ReplacingFiles {};
 
 TEST_F(Files, AReadOnlyFileIsNotReplaced) {
   fs::permissions(file_, fs::perms(0444));
@@ -44,14 +23,14 @@ TEST_F(Files, AReadOnlyFileIsNotReplaced) {
 TEST_F(Files, AnotherSpellingIsReplacedNotJoined) {
   EXPECT_FALSE(Replace(support::Root() / u8"F\u00D6LDER" / "fILE.TXT", "new"));
   EXPECT_EQ(ReadFile(file_), "new");
-  EXPECT_EQ(CountEntries(), 1U);
+  EXPECT_EQ(CountEntries(), 1);
 }
 
 TEST_F(Files, WhatALostRunLeftBehindIsTakenOver) {
   WriteFile(folder_ / ".gantrel-new", "half");
   EXPECT_FALSE(Replace(file_, "new"));
   EXPECT_EQ(ReadFile(file_), "new");
-  EXPECT_EQ(CountEntries(), 1U);
+  EXPECT_EQ(CountEntries(), 1);
 }
 
 TEST_F(Files, AFolderIsNoFile) {

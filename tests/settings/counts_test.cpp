@@ -8,7 +8,7 @@
 #include "tests/support/allocations.h"
 #include "tests/support/file_calls.h"
 #include "tests/support/game.h"
-#include "tests/support/user.h"
+#include "support/user.h"
 
 // What the tool asks of the machine, in counts that are the same on every machine. All of its speed hangs on them:
 // every accessor opens the file, so one call too many is paid thousands of times.

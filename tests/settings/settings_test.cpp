@@ -7,7 +7,7 @@
 
 #include "settings/Module1.h"
 #include "settings/whole_number.h"
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 namespace fs = std::filesystem;
 using Module1::GetSetting;

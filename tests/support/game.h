@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 // A registered game with four mods, of which the first and the third are active.
 namespace support {

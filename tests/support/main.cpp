@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 int main(int argumentCount, char** arguments) {
   return support::RunInOwnFolder(argumentCount, arguments, [](int count, char** values) {

@@ -1,5 +1,3 @@
-#include "platform/files.h"
-
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -8,36 +6,16 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/support/own_folder.h"
+#include "tests/platform/replacing_files.h"
 
 namespace fs = std::filesystem;
 using platform::FileBytes;
-using platform::HostPath;
-using platform::ReplaceFile;
 using support::ReadFile;
 using support::WriteFile;
 
 namespace {
 
-class LinuxFiles : public testing::Test {
- protected:
-  void SetUp() override {
-    support::Reset();
-    fs::create_directory(folder_);
-    WriteFile(file_, "old");
-  }
-
-  static std::error_code Replace(const fs::path& file, std::string_view bytes) {
-    return ReplaceFile(HostPath{file.native()}, bytes);
-  }
-
-  std::size_t CountEntries() const {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
-  }
-
-  const fs::path folder_ = support::Root() / u8"f\u00F6lder";
-  const fs::path file_ = folder_ / "File.txt";
-};
+class LinuxFiles : public ReplacingFiles {};
 
 TEST_F(LinuxFiles, AReplacedFileKeepsItsPermissionsAndLeavesNothingBeside) {
   for (const auto mode : {fs::perms(0640), fs::perms(0606), fs::perms(0755)}) {
@@ -46,7 +24,7 @@ TEST_F(LinuxFiles, AReplacedFileKeepsItsPermissionsAndLeavesNothingBeside) {
     EXPECT_EQ(fs::status(file_).permissions(), mode);
   }
   EXPECT_EQ(ReadFile(file_), "new");
-  EXPECT_EQ(CountEntries(), 1U);
+  EXPECT_EQ(CountEntries(), 1);
 }
 
 TEST_F(LinuxFiles, LinksAreFollowed) {
@@ -103,11 +81,11 @@ TEST_F(LinuxFiles, AFullDiskLeavesTheOldFile) {
   WriteFile(file_, "old");
   const auto failure = Replace(file_, std::string(100'000, 'x'));
   const std::string after = ReadFile(file_);
-  const std::size_t entries = CountEntries();
+  const auto entries = CountEntries();
   umount(folder_.c_str());
   EXPECT_EQ(failure, std::errc::no_space_on_device);
   EXPECT_EQ(after, "old");
-  EXPECT_EQ(entries, 1U);
+  EXPECT_EQ(entries, 1);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/linux/drives.h"
-#include "tests/support/linux/prefix.h"
-#include "tests/support/own_folder.h"
+#include "support/linux/prefix.h"
+#include "support/own_folder.h"
 
 namespace fs = std::filesystem;
 using platform::AsSpelledOnDisk;

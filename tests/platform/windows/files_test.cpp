@@ -1,5 +1,3 @@
-#include "platform/files.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -14,7 +12,7 @@
 #include "platform/windows/system.h"
 #include <sddl.h>
 
-#include "tests/support/own_folder.h"
+#include "tests/platform/replacing_files.h"
 
 namespace fs = std::filesystem;
 using platform::FileBytes;
@@ -52,19 +50,8 @@ std::wstring ThisUser() {
   return name;
 }
 
-class WindowsFiles : public testing::Test {
+class WindowsFiles : public ReplacingFiles {
  protected:
-  void SetUp() override {
-    support::Reset();
-    WriteFile(file_, "old");
-  }
-
-  std::error_code Replace(std::string_view bytes) { return platform::ReplaceFile({file_.native()}, bytes); }
-
-  std::ptrdiff_t CountEntries() const {
-    return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-  }
-
   // As text, which can be compared.
   std::wstring AccessRights() const {
     DWORD size = 0;
@@ -80,9 +67,6 @@ class WindowsFiles : public testing::Test {
     LocalFree(text);
     return rights;
   }
-
-  const fs::path folder_ = support::Root() / u8"f\u00F6lder";
-  const fs::path file_ = folder_ / "File.txt";
 };
 
 TEST_F(WindowsFiles, AReplacedFileKeepsItsAttributesAndLeavesNothingBeside) {
@@ -90,7 +74,7 @@ TEST_F(WindowsFiles, AReplacedFileKeepsItsAttributesAndLeavesNothingBeside) {
   for (const DWORD attributes : kAttributes) {
     SetFileAttributesW(file_.c_str(), attributes);
     const DWORD before = GetFileAttributesW(file_.c_str());
-    EXPECT_FALSE(Replace("new"));
+    EXPECT_FALSE(Replace(file_, "new"));
     EXPECT_EQ(GetFileAttributesW(file_.c_str()), before);
     EXPECT_EQ(ReadFile(file_), "new");
   }
@@ -107,7 +91,7 @@ TEST_F(WindowsFiles, AReplacedFileKeepsItsAccessRights) {
   LocalFree(own);
   const std::wstring before = AccessRights();
   ASSERT_NE(before, usual);
-  EXPECT_FALSE(Replace("new"));
+  EXPECT_FALSE(Replace(file_, "new"));
   EXPECT_EQ(AccessRights(), before);
   EXPECT_EQ(ReadFile(file_), "new");
 }
@@ -121,7 +105,7 @@ TEST_F(WindowsFiles, AProgramThatHoldsTheFileForAMomentIsWaitedFor) {
       holder.reset();
     });
     FileBytes bytes;
-    EXPECT_FALSE(isRead ? bytes.Read({file_.native()}) : Replace("new"));
+    EXPECT_FALSE(isRead ? bytes.Read({file_.native()}) : Replace(file_, "new"));
     other.join();
   }
   EXPECT_EQ(ReadFile(file_), "new");
@@ -129,7 +113,7 @@ TEST_F(WindowsFiles, AProgramThatHoldsTheFileForAMomentIsWaitedFor) {
 
 TEST_F(WindowsFiles, AFileThatAnotherProgramHoldsFastStaysAndTheReasonIsSaid) {
   const Holder holder(file_, FILE_SHARE_READ);
-  const std::error_code failure = Replace("new");
+  const std::error_code failure = Replace(file_, "new");
   EXPECT_EQ(failure.value(), ERROR_SHARING_VIOLATION);
   EXPECT_NE(failure.message(), "Permission denied");
   EXPECT_EQ(ReadFile(file_), "old");
@@ -138,9 +122,9 @@ TEST_F(WindowsFiles, AFileThatAnotherProgramHoldsFastStaysAndTheReasonIsSaid) {
 
 TEST_F(WindowsFiles, AFileWhoseNameAnotherProgramHoldsIsWrittenInPlace) {
   const Holder holder(file_, FILE_SHARE_READ | FILE_SHARE_WRITE);
-  EXPECT_FALSE(Replace("longer than before"));
+  EXPECT_FALSE(Replace(file_, "longer than before"));
   EXPECT_EQ(ReadFile(file_), "longer than before");
-  EXPECT_FALSE(Replace("s"));
+  EXPECT_FALSE(Replace(file_, "s"));
   EXPECT_EQ(ReadFile(file_), "s");
   EXPECT_EQ(CountEntries(), 1);
 }
@@ -149,7 +133,7 @@ TEST_F(WindowsFiles, DevicesAreRefused) {
   const fs::path device = folder_ / "NUL";
   FileBytes bytes;
   EXPECT_EQ(bytes.Read({device.native()}), std::errc::invalid_argument);
-  EXPECT_EQ(platform::ReplaceFile({device.native()}, "new"), std::errc::invalid_argument);
+  EXPECT_EQ(Replace(device, "new"), std::errc::invalid_argument);
 }
 
 }  // namespace

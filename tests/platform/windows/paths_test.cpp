@@ -10,7 +10,7 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/windows/system.h"
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 namespace fs = std::filesystem;
 using platform::ToHostPath;

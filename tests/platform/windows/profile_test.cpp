@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "platform/windows/system.h"
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 // Ours against the system's functions of the same names, wherever both are meant to agree.
 namespace fs = std::filesystem;

@@ -8,7 +8,7 @@
 
 #include "mods/frmMain.h"
 #include "platform/windows/system.h"
-#include "tests/support/system.h"
+#include "support/system.h"
 
 using support::SetRegistry;
 using support::View;

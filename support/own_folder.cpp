@@ -1,4 +1,4 @@
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 #include <algorithm>
 #include <fstream>

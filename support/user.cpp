@@ -1,4 +1,4 @@
-#include "tests/support/user.h"
+#include "support/user.h"
 
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
@@ -30,7 +30,7 @@
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
 #include "platform/qt/text.h"
-#include "tests/support/system.h"
+#include "support/system.h"
 
 namespace support {
 

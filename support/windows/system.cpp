@@ -1,4 +1,4 @@
-#include "tests/support/system.h"
+#include "support/system.h"
 
 #include <stdexcept>
 

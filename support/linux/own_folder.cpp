@@ -1,4 +1,4 @@
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/support/linux/prefix.h"
-#include "tests/support/system.h"
+#include "support/linux/prefix.h"
+#include "support/system.h"
 
 namespace fs = std::filesystem;
 

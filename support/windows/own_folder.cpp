@@ -1,4 +1,4 @@
-#include "tests/support/own_folder.h"
+#include "support/own_folder.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/windows/system.h"
-#include "tests/support/system.h"
+#include "support/system.h"
 
 namespace fs = std::filesystem;
 

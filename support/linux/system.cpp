@@ -1,4 +1,4 @@
-#include "tests/support/system.h"
+#include "support/system.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,8 +11,8 @@
 
 #include "platform/code_page.h"
 #include "platform/paths.h"
-#include "tests/support/linux/prefix.h"
-#include "tests/support/own_folder.h"
+#include "support/linux/prefix.h"
+#include "support/own_folder.h"
 
 namespace support {
 namespace {
