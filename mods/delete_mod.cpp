@@ -22,12 +22,11 @@ void DeleteMod(const std::string& game, const std::string& name) {
 void frmMain::cmdDeleteMod_Click() const {
   const std::string name = lstNotActive.Text();
   const std::string game = SelectedGame();
-  if (Module1::FindMod(game, name) != Module1::kNoMod) {
-    const auto answer = platform::MsgBox("Really delete '" + name + "'?", platform::Buttons::OkCancel,
-                                         platform::Icon::None, "Delete Mod");
-    if (answer == platform::Answer::Cancel) return;
-    const platform::BusyPointer busy;
-    DeleteMod(game, name);
-  }
+  if (Module1::FindMod(game, name) == Module1::kNoMod) return ListMods();
+  const auto answer = platform::MsgBox("Really delete '" + name + "'?", platform::Buttons::OkCancel,
+                                       platform::Icon::None, "Delete Mod");
+  if (answer == platform::Answer::Cancel) return;
+  const platform::BusyPointer busy;
+  DeleteMod(game, name);
   ListMods();
 }

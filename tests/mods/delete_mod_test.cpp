@@ -103,4 +103,14 @@ TEST_F(DeletingAMod, OneThatWentWhileTheUserWasAskedTakesNoOtherWithIt) {
   EXPECT_EQ(ReadFile(SettingsFile()), renamed);
 }
 
+TEST_F(DeletingAMod, ThePointerIsBusyOnceTheUserHasAnswered) {
+  support::Use([](User& user) {
+    user.ClickEntry("lstNotActive", "Beta");
+    user.Click("cmdDeleteMod");
+    EXPECT_TRUE(user.IsBusy("lstNotActive", [&] { user.Answer("OK"); }));
+    user.ClickEntry("lstNotActive", "Delta");
+    EXPECT_FALSE(user.IsBusy("lstActive", [&] { user.Click("cmdActivate1"); })) << "it is itself again";
+  });
+}
+
 }  // namespace
