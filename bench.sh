@@ -28,5 +28,5 @@ strace -f -e trace=openat,execve -o "$results/strace.txt" \
   "$programs/bench_processes" --benchmark_filter='first window/Gantrel' --benchmark_min_time=0 &>/dev/null
 
 say "The tables."
-stat --file-system --format=%T "${TMPDIR:-/tmp}" >"$results/file-system.txt"
+findmnt --noheadings --output FSTYPE --target "${TMPDIR:-/tmp}" >"$results/file-system.txt"
 python3 bench/report.py "$results" "$@"

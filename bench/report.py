@@ -68,6 +68,8 @@ def picture(file, title, series):
         path = " ".join(f"{x(mods):.1f},{y(time):.1f}" for mods, time in points)
         parts.append(f'<polyline points="{path}" fill="none" stroke="{colour}" stroke-width="2"'
                      + (' stroke-dasharray="5 4"' if dashed else "") + "/>")
+        if not name:
+            continue
         label_at = max(label_at + 15, y(points[-1][1]) + 4)  # names do not cover each other
         parts.append(f'<text x="{width - right + 8}" y="{label_at:.1f}" fill="{colour}">{name}</text>')
     (pictures / file).write_text("\n".join(parts + ["</svg>"]) + "\n")
