@@ -52,8 +52,6 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   running = std::make_unique<Running>(layouts, argumentCount, arguments);
   // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
   QApplication::setStyle("Fusion");
-  // The toolkit would end the program when the setup dialog closes before the main window was shown.
-  QApplication::setQuitOnLastWindowClosed(false);
   LoadIcon();
   QApplication::setWindowIcon(QIcon(":/gantrel.png"));
   QGuiApplication::setDesktopFileName("gantrel");
