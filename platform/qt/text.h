@@ -13,7 +13,4 @@ inline QString ToQt(std::string_view text) { return QString::fromStdU16String(To
 
 inline std::string FromQt(const QString& text) { return FromUtf16(text.toStdU16String()); }
 
-// For captions, where the toolkit takes a single "&" for the mark of an access key.
-inline QString ToQtCaption(std::string_view text) { return ToQt(text).replace('&', "&&"); }
-
 }  // namespace platform

@@ -68,7 +68,7 @@ QWidget* MakeWidget(const ControlLayout& control, QWidget* parent) {
     case ControlKind::CentredLabel:
       return MakeLabel(control, parent);
     case ControlKind::Button:
-      return new NativeButton(ToQtCaption(control.caption), parent);
+      return new NativeButton(ToQt(control.caption), parent);
     case ControlKind::DropDownList:
       return new NativeDropDownList(parent);
     case ControlKind::ListBox:

@@ -13,26 +13,15 @@
 #include "support/user.h"
 
 namespace fs = std::filesystem;
-using support::FourMods;
-using support::Installation;
-using support::Key;
-using support::Message;
-using support::ReadFile;
-using support::SetRegistry;
-using support::SettingsFile;
-using support::Text;
-using support::User;
-using support::With;
-using support::WriteFile;
-using Names = std::vector<std::string>;
+using namespace support;
 
 namespace {
 
 class Setup : public testing::Test {
  protected:
   void SetUp() override {
-    support::Reset();
-    WriteFile(support::DriveC() / "Games" / u8"D\u00F6W" / "W40K.EXE", "");
+    Reset();
+    WriteFile(DriveC() / "Games" / u8"D\u00F6W" / "W40K.EXE", "");
     WriteFile(elsewhere_, "");
   }
 
@@ -50,7 +39,7 @@ class Setup : public testing::Test {
   }
 
   // A game outside the prefix, and the Windows path of its folder.
-  const fs::path elsewhere_ = support::Root() / "elsewhere" / "W40k.exe";
+  const fs::path elsewhere_ = Root() / "elsewhere" / "W40k.exe";
   const std::string onZ_ = *platform::ToWindowsPath({elsewhere_.parent_path().native()}) + "\\";
 };
 
@@ -79,12 +68,12 @@ TEST_F(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
        {{"Dawn of War", ""}, {"Dawn of War Demo", std::string(1024, 'x')}},
        {},
        ""},
-      {"the 64-bit view is not asked", {{"Dawn of War", "C:\\x", support::View::Bits64}}, {}, ""},
+      {"the 64-bit view is not asked", {{"Dawn of War", "C:\\x", View::Bits64}}, {}, ""},
   };
   for (const Row& row : rows) {
     fs::remove(SettingsFile());
     SetRegistry(row.registry);
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       EXPECT_EQ(user.CountWindows("frmMain"), 0) << "before the dialog has ended: " << row.rule;
       user.LookAt("frmDoWSetup");
       EXPECT_EQ(user.Focus(), "OKButton") << row.rule;
@@ -102,7 +91,7 @@ TEST_F(Setup, IsNotOpenedAtTheStartOnceGamesWereCounted) {
   SetRegistry({{"Dawn of War", "C:\\DoW"}});
   for (const std::string count : {"0", "1", "", "damaged"}) {
     WriteFile(SettingsFile(), "[Games]\r\nCount=" + count + "\r\n");
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       EXPECT_EQ(user.CountWindows("frmDoWSetup"), 0) << count;
       EXPECT_EQ(user.CountWindows("frmMain"), 1) << count;
       Open(user);
@@ -114,7 +103,7 @@ TEST_F(Setup, IsNotOpenedAtTheStartOnceGamesWereCounted) {
 
 TEST_F(Setup, TheMainWindowIsOutOfUseUntilTheDialogHasEnded) {
   WriteFile(SettingsFile(), kTwoGames);
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     user.LookAt("frmMain");
     EXPECT_FALSE(user.IsInUse());
@@ -146,7 +135,7 @@ TEST_F(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
   };
   for (const Row& row : rows) {
     WriteFile(SettingsFile(), kTwoGames);
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       user.Choose("lstGame", "Second");
       Open(user);
       row.leave(user);
@@ -161,7 +150,7 @@ TEST_F(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
 TEST_F(Setup, AGameIsRegisteredByNameAndExecutable) {
   WriteFile(SettingsFile(), "");
   SetRegistry({{"<b>x</b> & y", "c:\\games\\D\xD6w"}});
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     user.LookAt("frmDoWSetup");
     user.Click("cmdnew");
     EXPECT_EQ(user.DialogTitle(), "New");
@@ -185,7 +174,7 @@ TEST_F(Setup, AGameIsRegisteredByNameAndExecutable) {
 
 TEST_F(Setup, NothingIsWrittenForACancelOrATakenName) {
   WriteFile(SettingsFile(), kTwoGames);
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     user.Click("cmdnew");
     user.Press(Key::Escape);
@@ -209,10 +198,10 @@ TEST_F(Setup, NothingIsWrittenForACancelOrATakenName) {
 
 TEST_F(Setup, AFolderThatTheCodePageCannotSpellIsRefused) {
   constexpr auto kSeparator = static_cast<char>(fs::path::preferred_separator);
-  const fs::path folder = support::DriveC() / u8"\u017Bycie";
+  const fs::path folder = DriveC() / u8"\u017Bycie";
   WriteFile(folder / "W40k.exe", "");
   WriteFile(SettingsFile(), kTwoGames);
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     Open(user);
     user.Click("cmdnew");
     user.Type("Third");
@@ -232,7 +221,7 @@ TEST_F(Setup, RemovingAGameMovesTheLaterOnesUpAndKeepsItsMods) {
   const std::string three =
       With(FourMods(), "Count=1\r\nDoW1=Dawn of War", "Count=3\r\nDoW1=A\r\nDoW2=Dawn of War\r\nDoW3=C");
   WriteFile(SettingsFile(), three);
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     user.Click("cmdDelete");
     EXPECT_FALSE(user.ShownMessage()) << "nothing is selected";
@@ -247,7 +236,7 @@ TEST_F(Setup, RemovingAGameMovesTheLaterOnesUpAndKeepsItsMods) {
     }
   });
   EXPECT_EQ(ReadFile(SettingsFile()), three);
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     user.ClickEntry("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)");
     user.Click("cmdDelete");
@@ -260,7 +249,7 @@ TEST_F(Setup, RemovingAGameMovesTheLaterOnesUpAndKeepsItsMods) {
 
 TEST_F(Setup, ADamagedCountIsNotCountedOn) {
   WriteFile(SettingsFile(), Text({"[Games]", "Count=-7"}));
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     Open(user);
     user.Click("cmdnew");
     user.Press(Key::Enter);
@@ -272,13 +261,13 @@ TEST_F(Setup, ADamagedCountIsNotCountedOn) {
 TEST_F(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
   double used = 0;
   bool isEnded = false;
-  const int exitCode = support::Use([&](User& user) {
+  const int exitCode = Use([&](User& user) {
     user.LookAt("frmDoWSetup");
     EXPECT_EQ(user.Focus(), "OKButton");
-    const double before = support::ProcessorSeconds();
+    const double before = ProcessorSeconds();
     std::this_thread::sleep_for(std::chrono::seconds(1));
-    used = support::ProcessorSeconds() - before;
-    support::AskToQuit();
+    used = ProcessorSeconds() - before;
+    AskToQuit();
     for (int i = 0; i < 500 && !isEnded; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
       isEnded = user.HasEnded();
@@ -292,8 +281,8 @@ TEST_F(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
 // From the first start to the deleted game, in one go.
 TEST_F(Setup, TheWholeRoad) {
   SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Demo", "C:\\Demo"}});
-  for (const char* const name : {"Maps", "Sound"}) fs::create_directories(support::GameFolder() / "W40k" / name);
-  support::Use([](User& user) {
+  for (const char* const name : {"Maps", "Sound"}) fs::create_directories(GameFolder() / "W40k" / name);
+  Use([](User& user) {
     user.LookAt("frmDoWSetup");
     user.Press(Key::Enter);
     user.LookAt("frmMain");
@@ -310,15 +299,14 @@ TEST_F(Setup, TheWholeRoad) {
     user.Click("cmdActivateAll");
     user.ClickEntry("lstActive", "One");
     user.Click("cmdMoveDown");
-    EXPECT_EQ(ReadFile(support::ModuleFile()),
-              support::Module({"DataFolder.5 = Sound", "DataFolder.6 = Maps", "DataFolder.7 = Sound"}));
+    EXPECT_EQ(ReadFile(ModuleFile()), Module({"DataFolder.5 = Sound", "DataFolder.6 = Maps", "DataFolder.7 = Sound"}));
     user.ClickEntry("lstActive", "Two");
     user.Click("cmdDeactivate1");
     user.ClickEntry("lstNotActive", "Two");
     user.Click("cmdDeleteMod");
     user.Answer("OK");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"One", "Three"}));
-    EXPECT_EQ(ReadFile(support::ModuleFile()), support::Module({"DataFolder.5 = Sound", "DataFolder.6 = Maps"}));
+    EXPECT_EQ(ReadFile(ModuleFile()), Module({"DataFolder.5 = Sound", "DataFolder.6 = Maps"}));
     user.Click("cmdGoToGames");
     user.LookAt("frmDoWSetup");
     user.ClickEntry("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)");
@@ -368,8 +356,8 @@ TEST_F(Setup, TheWholeRoad) {
 
 TEST_F(Setup, TheRoadByKeyboardAlone) {
   SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}});
-  for (const char* const name : {"Maps", "Sound"}) fs::create_directories(support::GameFolder() / "W40k" / name);
-  support::Use([&](User& user) {
+  for (const char* const name : {"Maps", "Sound"}) fs::create_directories(GameFolder() / "W40k" / name);
+  Use([&](User& user) {
     const auto press = [&](std::string_view button) {
       user.GoTo(button);
       user.Press(Key::Enter);
@@ -402,7 +390,7 @@ TEST_F(Setup, TheRoadByKeyboardAlone) {
     EXPECT_EQ(user.Selected("lstActive"), "One");
     press("cmdDeactivate1");
     press("cmdDeactivateAll");
-    EXPECT_EQ(ReadFile(support::ModuleFile()), support::Module({}));
+    EXPECT_EQ(ReadFile(ModuleFile()), Module({}));
     user.GoTo("lstNotActive");
     user.Press(Key::Down);
     press("cmdDeleteMod");

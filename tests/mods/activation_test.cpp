@@ -6,25 +6,14 @@
 #include "tests/support/game.h"
 #include "support/user.h"
 
-using support::FourMods;
-using support::Module;
-using support::ModuleFile;
-using support::ReadFile;
-using support::SettingsFile;
-using support::User;
-using support::With;
-using support::WriteFile;
-using Names = std::vector<std::string>;
+using namespace support;
 
 namespace {
 
-class Activation : public testing::Test {
- protected:
-  void SetUp() override { support::ResetWithFourMods(); }
-};
+class Activation : public WithFourMods {};
 
 TEST_F(Activation, AModKeepsItsPlaceInTheLoadOrder) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstNotActive", "Beta");
     user.Click("cmdActivate1");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"Alpha", "Beta", "Gamma"}));
@@ -38,7 +27,7 @@ TEST_F(Activation, AModKeepsItsPlaceInTheLoadOrder) {
 
 TEST_F(Activation, DeactivatingTakesTheFoldersOut) {
   WriteFile(SettingsFile(), With(FourMods(), "Name=Alpha\r\nActive=1", "Name=Alpha\r\nActive=2"));
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstActive", "Alpha");
     user.Click("cmdDeactivate1");
     EXPECT_EQ(user.Entries("lstNotActive"), (Names{"Alpha", "Beta", "Delta"}));
@@ -48,7 +37,7 @@ TEST_F(Activation, DeactivatingTakesTheFoldersOut) {
 }
 
 TEST_F(Activation, AllEmptyAndFillTheLists) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.Click("cmdActivateAll");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"Alpha", "Beta", "Gamma", "Delta"}));
     EXPECT_EQ(user.Entries("lstNotActive"), Names{});
@@ -62,14 +51,14 @@ TEST_F(Activation, AllEmptyAndFillTheLists) {
 }
 
 TEST_F(Activation, NothingSelectedStillRewritesTheModuleFile) {
-  support::Use([](User& user) { user.Click("cmdActivate1"); });
+  Use([](User& user) { user.Click("cmdActivate1"); });
   EXPECT_EQ(ReadFile(SettingsFile()), FourMods());
   EXPECT_EQ(ReadFile(ModuleFile()),
             Module({"DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData"}));
 }
 
 TEST_F(Activation, AModThatIsNoLongerRegisteredIsLeftAlone) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstNotActive", "Beta");
     WriteFile(SettingsFile(), With(FourMods(), "Name=Beta", "Name=Renamed"));
     user.Click("cmdActivate1");
@@ -81,7 +70,7 @@ TEST_F(Activation, AModThatIsNoLongerRegisteredIsLeftAlone) {
 TEST_F(Activation, AllStopsAtAModThatCannotBeToldFromAnother) {
   const std::string twins = With(With(FourMods(), "Name=Beta", "Name=Twin"), "Name=Delta", "Name=Twin");
   WriteFile(SettingsFile(), twins);
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.Click("cmdActivateAll");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"Alpha", "Twin", "Gamma"}));
     EXPECT_EQ(user.Entries("lstNotActive"), Names{"Twin"});
@@ -89,7 +78,7 @@ TEST_F(Activation, AllStopsAtAModThatCannotBeToldFromAnother) {
 }
 
 TEST_F(Activation, ThePointerIsBusyWhileAllAreActivated) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstActive", "Alpha");  // leaves the selector, which refills the lists
     EXPECT_TRUE(user.IsBusy("lstActive", [&] { user.Click("cmdActivateAll"); }));
     EXPECT_TRUE(user.IsBusy("lstNotActive", [&] { user.Click("cmdDeactivateAll"); }));

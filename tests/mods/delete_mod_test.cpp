@@ -7,26 +7,14 @@
 #include "tests/support/game.h"
 #include "support/user.h"
 
-using support::FourMods;
-using support::Key;
-using support::Message;
-using support::ReadFile;
-using support::SettingsFile;
-using support::Text;
-using support::User;
-using support::With;
-using support::WriteFile;
-using Names = std::vector<std::string>;
+using namespace support;
 
 namespace {
 
-class DeletingAMod : public testing::Test {
- protected:
-  void SetUp() override { support::ResetWithFourMods(); }
-};
+class DeletingAMod : public WithFourMods {};
 
 TEST_F(DeletingAMod, MovesTheLaterOnesDown) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstNotActive", "Beta");
     user.Click("cmdDeleteMod");
     EXPECT_EQ(user.ShownMessage(), (Message{"Delete Mod", "Really delete 'Beta'?", "", {"OK", "Cancel"}}));
@@ -50,11 +38,11 @@ TEST_F(DeletingAMod, MovesTheLaterOnesDown) {
                                             "Dir2=GammaSound",  "[Dawn of War.4]",
                                             "Name=Delta",       "Active=0",
                                             "DirCount=0"}));
-  EXPECT_FALSE(std::filesystem::exists(support::ModuleFile()));
+  EXPECT_FALSE(std::filesystem::exists(ModuleFile()));
 }
 
 TEST_F(DeletingAMod, TheLastOneCopiesNothing) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstNotActive", "Delta");
     user.Click("cmdDeleteMod");
     user.Answer("OK");
@@ -66,7 +54,7 @@ TEST_F(DeletingAMod, NothingIsDeletedWithoutAYes) {
   const auto answers = {+[](User& user) { user.Answer("Cancel"); }, +[](User& user) { user.Press(Key::Escape); },
                         +[](User& user) { user.DismissDialog(); }};
   for (const auto& answer : answers) {
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       user.ClickEntry("lstNotActive", "Beta");
       user.Click("cmdDeleteMod");
       answer(user);
@@ -79,7 +67,7 @@ TEST_F(DeletingAMod, NothingIsDeletedWithoutAYes) {
 
 TEST_F(DeletingAMod, AsksNothingWhenThereIsNothingToDelete) {
   const std::string renamed = With(FourMods(), "Name=Beta", "Name=Renamed");
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     user.Click("cmdDeleteMod");
     EXPECT_FALSE(user.ShownMessage()) << "without a selection";
     user.ClickEntry("lstNotActive", "Beta");
@@ -93,7 +81,7 @@ TEST_F(DeletingAMod, AsksNothingWhenThereIsNothingToDelete) {
 
 TEST_F(DeletingAMod, OneThatWentWhileTheUserWasAskedTakesNoOtherWithIt) {
   const std::string renamed = With(FourMods(), "Name=Beta", "Name=Renamed");
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     user.ClickEntry("lstNotActive", "Beta");
     user.Click("cmdDeleteMod");
     WriteFile(SettingsFile(), renamed);
@@ -104,7 +92,7 @@ TEST_F(DeletingAMod, OneThatWentWhileTheUserWasAskedTakesNoOtherWithIt) {
 }
 
 TEST_F(DeletingAMod, ThePointerIsBusyOnceTheUserHasAnswered) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstNotActive", "Beta");
     user.Click("cmdDeleteMod");
     EXPECT_TRUE(user.IsBusy("lstNotActive", [&] { user.Answer("OK"); }));

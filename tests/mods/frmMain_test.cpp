@@ -7,28 +7,22 @@
 #include "tests/support/game.h"
 #include "support/user.h"
 
-using support::Key;
-using support::Text;
-using support::User;
-using support::WriteFile;
-using Names = std::vector<std::string>;
+using namespace support;
 
 namespace {
 
-class MainWindow : public testing::Test {
+class MainWindow : public WithFourMods {
  protected:
-  void SetUp() override { support::ResetWithFourMods(); }
-
-  static void Settings(const std::string& text) { WriteFile(support::SettingsFile(), text); }
+  static void Settings(const std::string& text) { WriteFile(SettingsFile(), text); }
 };
 
 std::string TwoGames() {
-  return support::With(support::FourMods(), "[Games]\r\nCount=1\r\n", "[Games]\r\nCount=2\r\nDoW2=Second\r\n") +
+  return With(FourMods(), "[Games]\r\nCount=1\r\n", "[Games]\r\nCount=2\r\nDoW2=Second\r\n") +
          Text({"[Second]", "ModCount=1", "[Second.1]", "Name=Other"});
 }
 
 TEST_F(MainWindow, ModsAreListedByTheirNumbersAndTheFocusIsOnTheSelector) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     EXPECT_EQ(user.Entries("lstGame"), Names{"Dawn of War"});
     EXPECT_EQ(user.Selected("lstGame"), "Dawn of War");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"Alpha", "Gamma"}));
@@ -65,7 +59,7 @@ TEST_F(MainWindow, ButtonsAreEnabledWhenTheyHaveSomethingToActOn) {
               "\r\n";
     }
     Settings(text);
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       Names disabled;
       for (const std::string& name : all) {
         if (!user.IsEnabled(name)) disabled.push_back(name);
@@ -103,17 +97,17 @@ TEST_F(MainWindow, WhatIsMissingOrDamagedReadsAsItsDefault) {
   };
   for (const Row& row : rows) {
     Settings(row.settings);
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       EXPECT_EQ(user.Entries("lstGame"), row.games) << row.rule;
       EXPECT_EQ(user.Entries("lstNotActive"), row.available) << row.rule;
     });
-    EXPECT_EQ(support::ReadFile(support::SettingsFile()), row.settings) << row.rule;
+    EXPECT_EQ(ReadFile(SettingsFile()), row.settings) << row.rule;
   }
 }
 
 TEST_F(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
   Settings(TwoGames());
-  support::Use([](User& user) {
+  Use([](User& user) {
     const Names first = {"Beta", "Delta"};
     user.Choose("lstGame", "Second");
     EXPECT_EQ(user.Selected("lstGame"), "Second");
@@ -131,7 +125,7 @@ TEST_F(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
 
 TEST_F(MainWindow, AClickIntoAListActsOnTheRefilledList) {
   Settings(TwoGames());
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.Choose("lstGame", "Second");
     user.ClickEntry("lstNotActive", "Beta");  // the first entry, which is Other once the click has taken the focus
     EXPECT_EQ(user.Entries("lstNotActive"), Names{"Other"});
@@ -140,18 +134,18 @@ TEST_F(MainWindow, AClickIntoAListActsOnTheRefilledList) {
 }
 
 TEST_F(MainWindow, AClickOnAButtonThatTheRefillDisablesDoesNothing) {
-  Settings(support::With(TwoGames(), "ModCount=1\r\n", "ModCount=0\r\n"));
-  support::Use([](User& user) {
+  Settings(With(TwoGames(), "ModCount=1\r\n", "ModCount=0\r\n"));
+  Use([](User& user) {
     user.Choose("lstGame", "Second");
     user.Click("cmdActivateAll");
     EXPECT_EQ(user.Entries("lstNotActive"), Names{});
     EXPECT_FALSE(user.IsEnabled("cmdActivateAll"));
   });
-  EXPECT_FALSE(std::filesystem::exists(support::ModuleFile()));
+  EXPECT_FALSE(std::filesystem::exists(ModuleFile()));
 }
 
 TEST_F(MainWindow, TheTabKeyGoesRoundInTheOrderOfTheWindow) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     Names round;
     for (int i = 0; i < 12; ++i) {
       round.push_back(user.Focus());
@@ -166,7 +160,7 @@ TEST_F(MainWindow, TheTabKeyGoesRoundInTheOrderOfTheWindow) {
 
 TEST_F(MainWindow, ClosingTheLastWindowEndsTheTool) {
   bool isEnded = false;
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     user.CloseWindow();
     isEnded = user.HasEnded();
   });

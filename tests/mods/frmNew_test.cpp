@@ -8,25 +8,16 @@
 #include "support/user.h"
 
 namespace fs = std::filesystem;
-using support::FourMods;
-using support::Key;
-using support::Message;
-using support::ReadFile;
-using support::SettingsFile;
-using support::Text;
-using support::User;
-using support::With;
-using support::WriteFile;
-using Names = std::vector<std::string>;
+using namespace support;
 
 namespace {
 
 class NewMod : public testing::Test {
  protected:
   void SetUp() override {
-    support::ResetWithFourMods();
+    ResetWithFourMods();
     for (const char8_t* const name : {u8"Data", u8"data2", u8"B\u00E4r", u8"b", u8".hidden", u8"Zoo"}) {
-      fs::create_directories(support::GameFolder() / "w40K" / name);
+      fs::create_directories(GameFolder() / "w40K" / name);
     }
   }
 
@@ -42,7 +33,7 @@ const Message kTakenName = {"New Mod", "Please enter a unique name.", "informati
 const Message kNoGame = {"New Mod", "Please set up a game first.", "exclamation", {"OK"}};
 
 TEST_F(NewMod, IsAppendedAsTheLastAvailableMod) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     EXPECT_EQ(user.Focus(), "txtName");
     EXPECT_EQ(user.Entries("lstDirs"), (Names{"b", "B\xE4r", "Data", "data2", "Zoo"}));
@@ -56,14 +47,14 @@ TEST_F(NewMod, IsAppendedAsTheLastAvailableMod) {
   EXPECT_EQ(ReadFile(SettingsFile()),
             With(FourMods(), "ModCount=4", "ModCount=5") + Text({"[Dawn of War.5]", "Name= N\xE9w & <i>", "Active=0",
                                                                  "DirCount=3", "Dir1=b", "Dir2=data2", "Dir3=Zoo"}));
-  EXPECT_FALSE(fs::exists(support::ModuleFile())) << "an available mod changes nothing in it";
+  EXPECT_FALSE(fs::exists(ModuleFile())) << "an available mod changes nothing in it";
 }
 
 TEST_F(NewMod, KeysOfAnEarlierModOfItsNumberStayBeyondTheCount) {
   const std::string before = With(FourMods(), "ModCount=4", "ModCount=3");
   WriteFile(SettingsFile(), With(before, "Name=Delta\r\nActive=0\r\nDirCount=0",
                                  "Name=Delta\r\nActive=1\r\nDirCount=2\r\nDir1=x\r\nDir2=y"));
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     user.Type("New");
     user.ClickEntry("lstDirs", "Zoo");
@@ -82,15 +73,18 @@ TEST_F(NewMod, ANameMustBeThereAndUnique) {
                       {"Alpha", &kTakenName}, {"beta", nullptr},   {" Beta", nullptr}};
   for (const Row& row : rows) {
     WriteFile(SettingsFile(), FourMods());
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       Open(user);
       user.Type(row.name);
-      user.Press(Key::Enter);
+      user.Click("OKButton");
       const auto shown = user.ShownMessage();
       EXPECT_EQ(shown, row.refusal == nullptr ? std::nullopt : std::optional(*row.refusal)) << row.name;
       if (shown) user.Press(Key::Escape);
       EXPECT_FALSE(user.ShownMessage()) << row.name;
       EXPECT_EQ(user.CountWindows("frmNew"), shown ? 1 : 0) << row.name;
+      if (!shown) return;
+      user.Type("x");
+      EXPECT_TRUE(user.TextOfFocus().ends_with("x")) << "the name can be put right at once: " << row.name;
     });
     const std::string after = row.refusal == nullptr
                                   ? With(FourMods(), "ModCount=4", "ModCount=5") + Text({"[Dawn of War.5]"}) +
@@ -101,7 +95,7 @@ TEST_F(NewMod, ANameMustBeThereAndUnique) {
 }
 
 TEST_F(NewMod, CancelEscapeAndTheCloseBoxWriteNothing) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     for (const auto& leave :
          {std::function([&] { user.Click("CancelButton"); }), std::function([&] { user.Press(Key::Escape); }),
           std::function([&] { user.CloseWindow(); })}) {
@@ -116,7 +110,7 @@ TEST_F(NewMod, CancelEscapeAndTheCloseBoxWriteNothing) {
 
 TEST_F(NewMod, SeveralDialogsAreIndependentAndWriteToTheGameThenSelected) {
   WriteFile(SettingsFile(), With(FourMods(), "[Games]\r\nCount=1\r\n", "[Games]\r\nCount=2\r\nDoW2=Second\r\n"));
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     Open(user);
     EXPECT_EQ(user.CountWindows("frmNew"), 2);
@@ -146,14 +140,14 @@ TEST_F(NewMod, SeveralDialogsAreIndependentAndWriteToTheGameThenSelected) {
 
 TEST_F(NewMod, NeedsAGame) {
   WriteFile(SettingsFile(), Text({"[Games]", "Count=0"}));
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.Click("cmdNewMod");
     EXPECT_EQ(user.ShownMessage(), kNoGame);
     user.Answer("OK");
     EXPECT_EQ(user.CountWindows("frmNew"), 0);
   });
   WriteFile(SettingsFile(), FourMods());
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     user.Type("New");
     WriteFile(SettingsFile(), Text({"[Games]", "Count=0"}));
@@ -165,8 +159,8 @@ TEST_F(NewMod, NeedsAGame) {
 }
 
 TEST_F(NewMod, AMissingFolderGivesAnEmptyListAndAModAllTheSame) {
-  fs::remove_all(support::GameFolder());
-  support::Use([](User& user) {
+  fs::remove_all(GameFolder());
+  Use([](User& user) {
     Open(user);
     EXPECT_EQ(user.Entries("lstDirs"), Names{});
     EXPECT_EQ(user.EmptyText("lstDirs"), "Folder not found:\nC:\\Games\\D\xF6W\\W40k");
@@ -179,15 +173,15 @@ TEST_F(NewMod, AMissingFolderGivesAnEmptyListAndAModAllTheSame) {
 
 TEST_F(NewMod, AFolderWithoutItsLastBackslashIsTheSameFolder) {
   WriteFile(SettingsFile(), With(FourMods(), "D\xF6W\\", "D\xF6W"));
-  support::Use([](User& user) {
+  Use([](User& user) {
     Open(user);
     EXPECT_EQ(user.Entries("lstDirs").size(), 5U);
   });
 }
 
 TEST_F(NewMod, TenThousandFoldersAreListed) {
-  for (int i = 0; i < 10'000; ++i) fs::create_directory(support::GameFolder() / "w40K" / std::to_string(i));
-  support::Use([](User& user) {
+  for (int i = 0; i < 10'000; ++i) fs::create_directory(GameFolder() / "w40K" / std::to_string(i));
+  Use([](User& user) {
     Open(user);
     EXPECT_EQ(user.Entries("lstDirs").size(), 10'005U);
   });
@@ -195,7 +189,7 @@ TEST_F(NewMod, TenThousandFoldersAreListed) {
 
 TEST_F(NewMod, TheToolEndsWithItsLastDialog) {
   bool isEnded = false;
-  support::Use([&](User& user) {
+  Use([&](User& user) {
     Open(user);
     user.LookAt("frmMain");
     user.CloseWindow();

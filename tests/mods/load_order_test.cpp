@@ -6,22 +6,11 @@
 #include "tests/support/game.h"
 #include "support/user.h"
 
-using support::FourMods;
-using support::Module;
-using support::ModuleFile;
-using support::ReadFile;
-using support::SettingsFile;
-using support::Text;
-using support::User;
-using support::WriteFile;
-using Names = std::vector<std::string>;
+using namespace support;
 
 namespace {
 
-class LoadOrder : public testing::Test {
- protected:
-  void SetUp() override { support::ResetWithFourMods(); }
-};
+class LoadOrder : public WithFourMods {};
 
 // Alpha and Gamma exchanged, with the available Beta between them left where it was. Gamma's second folder stays
 // behind, beyond the count.
@@ -44,7 +33,7 @@ std::string Exchanged() {
 }
 
 TEST_F(LoadOrder, DownAndUpExchangeAModWithTheNextActiveOne) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstActive", "Alpha");
     user.Click("cmdMoveDown");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"Gamma", "Alpha"}));
@@ -69,7 +58,7 @@ TEST_F(LoadOrder, NothingHappensAtTheEndsOrWithoutASelection) {
   };
   const Row rows[] = {{"Alpha", "cmdMoveUp"}, {"Gamma", "cmdMoveDown"}, {"", "cmdMoveUp"}, {"", "cmdMoveDown"}};
   for (const Row& row : rows) {
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       const std::string selected = row.selected;
       if (!selected.empty()) user.ClickEntry("lstActive", selected);
       user.Click(row.button);
@@ -81,8 +70,8 @@ TEST_F(LoadOrder, NothingHappensAtTheEndsOrWithoutASelection) {
 }
 
 TEST_F(LoadOrder, AModThatIsNoLongerRegisteredIsNotMoved) {
-  const std::string renamed = support::With(FourMods(), "Name=Gamma", "Name=Renamed");
-  support::Use([&](User& user) {
+  const std::string renamed = With(FourMods(), "Name=Gamma", "Name=Renamed");
+  Use([&](User& user) {
     user.ClickEntry("lstActive", "Alpha");
     WriteFile(SettingsFile(), renamed);
     user.Click("cmdMoveDown");
@@ -91,26 +80,26 @@ TEST_F(LoadOrder, AModThatIsNoLongerRegisteredIsNotMoved) {
   EXPECT_EQ(ReadFile(SettingsFile()), renamed);
 }
 
-TEST_F(LoadOrder, WhatIsMissingIsWrittenWithItsDefaultAndNumbersPlain) {
+TEST_F(LoadOrder, WhatIsMissingIsWrittenWithItsDefaultAndTheCountPlain) {
   WriteFile(SettingsFile(), Text({"[Games]", "Count=1", "DoW1=G", "[G]", "Path=C:\\Games\\D\xF6W\\", "ModCount=2",
-                                  "[G.1]", "Name=a", "Active=1", "DirCount=01", "[G.2]", "Active=3"}));
-  support::Use([](User& user) {
+                                  "[G.1]", "Name=a", "Active=1", "DirCount=01", "[G.2]", "Active=03"}));
+  Use([](User& user) {
     user.ClickEntry("lstActive", "a");
     user.Click("cmdMoveDown");
     EXPECT_EQ(user.Entries("lstActive"), (Names{"Unknown", "a"}));
   });
   EXPECT_EQ(ReadFile(SettingsFile()),
-            Text({"[Games]",    "Count=1",      "DoW1=G",   "[G]",        "Path=C:\\Games\\D\xF6W\\",
-                  "ModCount=2",                                                     //
-                  "[G.1]",      "Name=Unknown", "Active=3", "DirCount=0",           //
-                  "[G.2]",      "Active=1",     "Name=a",   "DirCount=1", "Dir1=",  //
-                  "[G.-1]",     "Name=a",       "Active=1", "DirCount=1", "Dir1="}));
+            Text({"[Games]",    "Count=1",      "DoW1=G",    "[G]",        "Path=C:\\Games\\D\xF6W\\",
+                  "ModCount=2",                                                      //
+                  "[G.1]",      "Name=Unknown", "Active=03", "DirCount=0",           //
+                  "[G.2]",      "Active=1",     "Name=a",    "DirCount=1", "Dir1=",  //
+                  "[G.-1]",     "Name=a",       "Active=1",  "DirCount=1", "Dir1="}));
 }
 
 TEST_F(LoadOrder, TwinsAreOneModAndKeepTheirContents) {
-  const std::string twins = support::With(FourMods(), "Name=Gamma", "Name=Alpha");
+  const std::string twins = With(FourMods(), "Name=Gamma", "Name=Alpha");
   WriteFile(SettingsFile(), twins);
-  support::Use([](User& user) {
+  Use([](User& user) {
     user.ClickEntry("lstActive", "Alpha");
     user.Click("cmdMoveDown");
   });

@@ -11,27 +11,15 @@
 #include "support/user.h"
 
 namespace fs = std::filesystem;
-using support::ExecutableFolder;
-using support::FourMods;
-using support::Message;
-using support::Module;
-using support::ModuleFile;
-using support::ReadFile;
-using support::SettingsFile;
-using support::Text;
-using support::User;
-using support::With;
-using support::WriteFile;
+using namespace support;
 
 namespace {
 
-class ModuleWriter : public testing::Test {
+class ModuleWriter : public WithFourMods {
  protected:
-  void SetUp() override { support::ResetWithFourMods(); }
-
   // Writes the module file by the one command that changes nothing else.
   static void Write(const std::function<void(User&)>& then = {}) {
-    support::Use([&](User& user) {
+    Use([&](User& user) {
       user.Click("cmdActivate1");
       if (then) then(user);
     });
@@ -42,7 +30,7 @@ TEST_F(ModuleWriter, ModsAreWrittenFromTheHighestNumberDown) {
   WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nNextDirNum=10\n");
   WriteFile(SettingsFile(), With(FourMods(), "Name=Delta\r\nActive=0\r\nDirCount=0",
                                  "Name=Delta\r\nActive=1\r\nDirCount=3\r\nDir1= d 1\r\nDir3=d%3%"));
-  support::Use([](User& user) { user.Click("cmdDeactivate1"); });
+  Use([](User& user) { user.Click("cmdDeactivate1"); });
   EXPECT_EQ(ReadFile(ModuleFile()),
             Module({"DataFolder.10 = d 1", "DataFolder.11 = ", "DataFolder.12 = d%3%", "DataFolder.13 = GammaData",
                     "DataFolder.14 = GammaSound", "DataFolder.15 = AlphaData"}));
@@ -61,7 +49,7 @@ TEST_F(ModuleWriter, MakeIniNamesTheFiles) {
   WriteFile(ExecutableFolder() / "sub" / "end.txt", "end");
   Write();
   EXPECT_FALSE(fs::exists(ModuleFile()));
-  EXPECT_EQ(ReadFile(support::GameFolder() / "Other.module"),
+  EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
             Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
 }
 
@@ -73,7 +61,7 @@ TEST_F(ModuleWriter, WithoutMakeIniTheDefaultsHold) {
 }
 
 TEST_F(ModuleWriter, TheGameIsFoundInAnySpellingAndOnAnyDrive) {
-  for (const std::string& drive : support::OtherNamesOfDriveC()) {
+  for (const std::string& drive : OtherNamesOfDriveC()) {
     const std::string path = drive + "GAMES\\d\xD6w\\";
     fs::remove(ModuleFile());
     WriteFile(SettingsFile(), With(FourMods(), "C:\\Games\\D\xF6W\\", path));
@@ -81,14 +69,14 @@ TEST_F(ModuleWriter, TheGameIsFoundInAnySpellingAndOnAnyDrive) {
     EXPECT_TRUE(fs::exists(ModuleFile())) << path;
   }
   fs::remove(ModuleFile());
-  WriteFile(support::GameFolder() / "uLVANE.MODULE", "old");
+  WriteFile(GameFolder() / "uLVANE.MODULE", "old");
   Write();
-  EXPECT_FALSE(support::IsSpelledSo(ModuleFile())) << "a second file that differs in letter case alone";
-  EXPECT_NE(ReadFile(support::GameFolder() / "uLVANE.MODULE"), "old");
+  EXPECT_FALSE(IsSpelledSo(ModuleFile())) << "a second file that differs in letter case alone";
+  EXPECT_NE(ReadFile(GameFolder() / "uLVANE.MODULE"), "old");
 }
 
 TEST_F(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
-  support::Use([](User& user) {
+  Use([](User& user) {
     WriteFile(SettingsFile(), With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed"));
     user.Click("cmdActivate1");
     EXPECT_FALSE(user.ShownMessage());
@@ -112,17 +100,17 @@ TEST_F(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
        folder + " could not be read", "Is a directory"},
       {"the module file is read-only", [] { fs::permissions(ModuleFile(), fs::perms(0444)); },
        module + " could not be written", "Permission denied"},
-      {"no folder", [] { fs::rename(support::GameFolder(), support::DriveC() / "gone"); },
-       module + " could not be written", "No such file or directory"},
+      {"no folder", [] { fs::rename(GameFolder(), DriveC() / "gone"); }, module + " could not be written",
+       "No such file or directory"},
       {"no drive", [] { WriteFile(SettingsFile(), With(FourMods(), "Path=C:", "Path=Q:")); },
        "Q:" + module.substr(2) + " could not be written", "No such device"},
   };
   for (const Row& row : rows) {
     for (const char* const command : {"cmdActivate1", "cmdActivateAll"}) {
-      support::ResetWithFourMods();
+      ResetWithFourMods();
       WriteFile(ModuleFile(), "old");
       row.damage();
-      support::Use([&](User& user) {
+      Use([&](User& user) {
         user.Click(command);
         EXPECT_EQ(user.ShownMessage(),
                   (Message{"Make Module",

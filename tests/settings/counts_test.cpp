@@ -20,10 +20,7 @@ using support::FileCalls;
 using support::StartCounting;
 using support::User;
 
-class Counts : public testing::Test {
- protected:
-  void SetUp() override { support::ResetWithFourMods(); }
-};
+class Counts : public support::WithFourMods {};
 
 constexpr const char* kAlpha = "Dawn of War.1";
 

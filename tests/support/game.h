@@ -1,9 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <initializer_list>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "support/own_folder.h"
 
@@ -11,6 +14,7 @@
 namespace support {
 
 using Lines = std::initializer_list<const char*>;
+using Names = std::vector<std::string>;
 
 inline std::string Text(Lines lines) {
   std::string text;
@@ -55,5 +59,10 @@ inline std::string With(std::string text, const std::string& old, const std::str
   if (at == std::string::npos || text.find(old, at + 1) != std::string::npos) throw std::logic_error("not one " + old);
   return text.replace(at, old.size(), with);
 }
+
+class WithFourMods : public testing::Test {
+ protected:
+  void SetUp() override { ResetWithFourMods(); }
+};
 
 }  // namespace support
