@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
@@ -65,9 +66,16 @@ std::string Place(std::string path) {
 
 bool SamePlace(const std::string& one, const std::string& other) { return Place(one) == Place(other); }
 
-// Going up and out of a drive means another place on each system.
+// Going up and out of a drive means another place on each system, and where a name is longer than names can be, there
+// is no place.
 bool IsPlain(std::string_view path) {
-  return path.find("..") == std::string_view::npos && path.find('\0') == std::string_view::npos && path.size() < 1000;
+  std::size_t longest = 0;
+  for (std::size_t begin = 0, end = 0; begin < path.size(); begin = end + 1) {
+    end = std::min(path.find('/', begin), path.size());
+    longest = std::max(longest, end - begin);
+  }
+  return path.find("..") == std::string_view::npos && path.find('\0') == std::string_view::npos && path.size() < 1000 &&
+         longest <= NAME_MAX;
 }
 
 std::string WithoutDoubledSlashes(const std::string& path) {
