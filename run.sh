@@ -2,10 +2,11 @@
 # Builds Gantrel, lays out a portable folder, build/gantrel/, and opens the tool from there. Without a display, Gantrel
 # shows by itself what it does: the clicks one by one, and pictures of the windows in build/pictures/.
 set -euo pipefail
-cd "$(dirname "$0")"
-source scripts/common.sh
+source "$(dirname "$0")/scripts/common.sh"
 
-install_missing "${build_packages[@]}" "${run_packages[@]}"
+desktop_packages=()
+[[ -z ${WAYLAND_DISPLAY:-} ]] || desktop_packages=(qt6-wayland)
+install_missing "${build_packages[@]}" "${run_packages[@]}" "${desktop_packages[@]}"
 say "Building Gantrel."
 build release
 
@@ -15,7 +16,6 @@ cmake --install build/release --prefix build/gantrel >/dev/null
 put_sample_game build/sample-game
 
 if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
-  [[ -n ${DISPLAY:-} ]] || install_missing qt6-wayland
   say "Opening Gantrel. To try it without the game, click on \"+\" and pick $PWD/build/sample-game/W40k.exe."
   exec build/gantrel/gantrel
 fi
@@ -34,4 +34,4 @@ cp build/release/gantrel_tour "$prefix/drive_c/Gantrel/"
 cd "$prefix/drive_c/Games/Sample"  # where the file dialog starts
 XDG_RUNTIME_DIR=$prefix/../runtime QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' \
   "$prefix/drive_c/Gantrel/gantrel_tour" "$PWD/W40k.exe" "$pictures"
-say "Pictures of the windows and messages are in build/pictures/."
+say "All is well. Pictures of the windows and messages are in build/pictures/."

@@ -5,23 +5,23 @@
 # Needs a static Qt for Windows: scripts/windows_qt.sh says where it is looked for, and packaging/windows/build-qt.sh makes
 # it.
 set -euo pipefail
-cd "$(dirname "$0")"
-source scripts/common.sh
+source "$(dirname "$0")/scripts/common.sh"
 source scripts/wine.sh
 source scripts/windows_qt.sh
 
+require_windows_qt
 install_missing "${build_packages[@]}" "${run_packages[@]}" "${windows_build_packages[@]}" "${wine_packages[@]}" googletest
 unpack_windows_qt
 
 say "Building Gantrel and its tests for Windows."
-build windows
+build windows-tests
 
 say "Making a fresh Windows in build/wine."
 make_prefix
 
 say "Running the tests there."
 export GANTREL_TEST_MACHINE=1
-on_display ctest --preset windows --verbose
+on_display ctest --preset windows-tests --verbose
 
 say "Doing the same clicks in both builds."
 build release
@@ -30,7 +30,7 @@ rm -rf build/same-clicks "$pictures"
 mkdir -p build/same-clicks "$pictures"
 
 on_windows=$WINEPREFIX/drive_c
-put_tour "$on_windows" build/windows/gantrel_tour.exe build/windows
+put_tour "$on_windows" build/windows-tests/gantrel_tour.exe build/windows-tests
 (cd "$on_windows/Games/Sample" && on_display wine 'C:\Gantrel\gantrel_tour.exe' 'C:\Games\Sample\W40k.exe' "Z:$pictures")
 
 here=$PWD/build/same-clicks/drive_c

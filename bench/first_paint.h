@@ -17,9 +17,8 @@ class EndAtFirstPaint : public QObject {
     const auto* const widget = qobject_cast<QWidget*>(receiver);
     const bool isPainted = event->type() == QEvent::Paint && widget != nullptr && widget->isWindow();
     // The controls are painted within the same event as their window.
-    if (isPainted)
-      QMetaObject::invokeMethod(
-          qApp, [] { _exit(EXIT_SUCCESS); }, Qt::QueuedConnection);
+    const auto end = [] { _exit(EXIT_SUCCESS); };
+    if (isPainted) QMetaObject::invokeMethod(qApp, end, Qt::QueuedConnection);
     return false;
   }
 };

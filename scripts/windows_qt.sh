@@ -1,4 +1,4 @@
-# The static Qt for Windows, and what else building for Windows needs. Sourced, from the project's folder.
+# The static Qt for Windows, and what else building for Windows needs. Sourced after common.sh.
 
 windows_build_packages=(g++-mingw-w64-x86-64 xz-utils)
 
@@ -12,14 +12,18 @@ windows_qt_archive() {
   return 1
 }
 
+# To be asked before anything is installed, which would be in vain.
+require_windows_qt() {
+  [[ -d build/windows-qt ]] || windows_qt_archive >/dev/null ||
+    fail "There is no Qt for Windows here, so nothing can be built for it." \
+      "packaging/windows/build-qt.sh makes one, in about half an hour."
+}
+
 # Puts it into build/windows-qt.
 unpack_windows_qt() {
-  [[ -d build/windows-qt ]] && return
+  [[ ! -d build/windows-qt ]] || return 0
   local archive
-  if ! archive=$(windows_qt_archive); then
-    echo "There is no Qt for Windows here. packaging/windows/build-qt.sh makes one, in about half an hour." >&2
-    exit 1
-  fi
+  archive=$(windows_qt_archive)
   say "Unpacking $archive."
   mkdir -p build/windows-qt.new
   tar --extract --xz --file "$archive" --strip-components=1 --directory build/windows-qt.new

@@ -3,8 +3,7 @@
 # installed here. Takes about half an hour on two processors, and leaves build/windows-qt-<version>-mingw64.tar.xz, which
 # test-windows.sh and package.sh unpack by themselves.
 set -euo pipefail
-cd "$(dirname "$0")/../.."
-source scripts/common.sh
+source "$(dirname "$0")/../../scripts/common.sh"
 source scripts/windows_qt.sh
 
 install_missing "${build_packages[@]}" "${windows_build_packages[@]}" dpkg-dev perl
@@ -49,4 +48,4 @@ find . -name '*.prl' -delete
 tar --create --xz --file "../../windows-qt-$version-mingw64.tar.xz" --directory .. windows-qt
 cd ../../..
 rm -rf "$work"
-echo "build/windows-qt-$version-mingw64.tar.xz"
+say "All is well: build/windows-qt-$version-mingw64.tar.xz is there."
