@@ -55,7 +55,7 @@ frmDoWSetup::frmDoWSetup(const frmMain& mainWindow)
   Form_Load();
 }
 
-void frmDoWSetup::Show() const { window_.Show(); }
+void frmDoWSetup::ShowInFrontOf(const platform::Window& mainWindow) const { window_.ShowInFrontOf(mainWindow); }
 
 void frmDoWSetup::Close() const { window_.Close(); }
 

@@ -16,7 +16,7 @@ class frmDoWSetup {
   // outlives the dialog.
   explicit frmDoWSetup(const frmMain& mainWindow);
 
-  void Show() const;
+  void ShowInFrontOf(const platform::Window& mainWindow) const;
   void Close() const;
 
   // Whether the user is done: has clicked OK, or asked to close the dialog.

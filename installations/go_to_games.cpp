@@ -7,7 +7,7 @@ void frmMain::cmdGoToGames_Click() const {
   window_.TakeOutOfUse();
   {
     const frmDoWSetup setup(*this);
-    setup.Show();
+    setup.ShowInFrontOf(window_);
     platform::WaitUntil([&setup] { return setup.DoneYet(); });
     setup.Close();
   }

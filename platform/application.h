@@ -1,13 +1,16 @@
 #pragma once
 
+#include <memory>
 #include <span>
 
 #include "platform/layout.h"
 
 namespace platform {
 
+struct Running;
+
 // The connection to the desktop; one for the whole run, made before any window. Windows find their layouts here by
-// name.
+// name. Without a display, or when the display goes, the program ends with a line on the error output and EXIT_FAILURE.
 class Application {
  public:
   Application(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments);
@@ -20,6 +23,9 @@ class Application {
   // Runs until no window is open any more, or the program was asked to quit (a signal, the end of the desktop's
   // session), also when that was before. Returns the exit code.
   static int Run();
+
+ private:
+  std::unique_ptr<Running> running_;
 };
 
 }  // namespace platform

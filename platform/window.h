@@ -28,6 +28,10 @@ class Window {
 
   void Show() const;
 
+  // Shows the window in front of another that is out of use, and lets it come back there when the user goes to that
+  // one.
+  void ShowInFrontOf(const Window& other) const;
+
   // Asks the window to close, as the user's click on its close box does.
   void Close() const;
 

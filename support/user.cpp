@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -98,8 +99,8 @@ class Hands {
     std::unique_lock lock(mutex_);
     if (hasEnded_) return;
     isStarted_ = isAtRest_ = false;
-    QMetaObject::invokeMethod(
-        qApp, [this, act] { Start(act); }, Qt::QueuedConnection);
+    const auto start = [this, act] { Start(act); };
+    QMetaObject::invokeMethod(qApp, start, Qt::QueuedConnection);
     AwaitRest(lock);
   }
 
@@ -392,6 +393,10 @@ std::string User::EmptyText(std::string_view list) {
   });
 }
 
+std::string User::Font(std::string_view control) {
+  return See<std::string>(*this, [&] { return FromQt(QFontInfo(Control(control).font()).family()); });
+}
+
 std::string User::TextOfFocus() {
   return See<std::string>(*this, [] {
     const auto* const box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
@@ -513,8 +518,7 @@ int Use(const std::function<void(User&)>& acts) {
     } catch (...) {
       failure = std::current_exception();
     }
-    QMetaObject::invokeMethod(
-        qApp, [] { platform::Quit(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(qApp, platform::Quit, Qt::QueuedConnection);
   });
   int exitCode = EXIT_FAILURE;
   {

@@ -56,6 +56,7 @@ class User {
   std::string Selected(std::string_view list);  // its text; empty when no entry is
   bool IsEnabled(std::string_view control);
   std::string EmptyText(std::string_view list);  // what it shows in the place of entries
+  std::string Font(std::string_view control);    // the family that it is drawn with
   std::string TextOfFocus();                     // what stands in the text box with the focus
   std::string Focus();                           // the name of the control with the focus, in the active window
   std::string ActiveWindow();

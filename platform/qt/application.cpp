@@ -3,15 +3,18 @@
 #include <QApplication>
 #include <QEvent>
 #include <QIcon>
+#include <QMessageLogContext>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/busy_pointer.h"
 #include "platform/events.h"
+#include "platform/qt/fonts.h"
 #include "platform/qt/run.h"
 #include "platform/quit_requests.h"
 
@@ -31,6 +34,20 @@ struct QuitEventFilter : QObject {
   }
 };
 
+// While the display is opened. In its own words the toolkit would have the user install it again.
+void TellWhyNoDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  static std::string reason;  // the first; what follows comes of it
+  const std::string_view subject = context.category == nullptr ? "" : context.category;
+  const bool isAboutDisplays = subject.empty() || subject.starts_with("qt.qpa");
+  if (reason.empty() && (isAboutDisplays || type == QtFatalMsg))
+    reason = message.section('\n', 0, 0).trimmed().toStdString();
+  if (type != QtFatalMsg) return;
+  std::fprintf(stderr, "gantrel: there is no display to show its windows on (%s)\n", reason.c_str());
+  std::_Exit(EXIT_FAILURE);
+}
+
+}  // namespace
+
 struct Running {
   Running(std::span<const WindowLayout> itsLayouts, int& argumentCount, char** arguments)
       : layouts(itsLayouts), application(argumentCount, arguments) {}
@@ -40,18 +57,39 @@ struct Running {
   QuitEventFilter quitEventFilter;
   std::unique_ptr<QSocketNotifier> quitRequests;
   int openWindows = 0;
+  bool isInMainLoop = false;
   bool isQuitting = false;
 };
 
+namespace {
+
 // As the toolkit has one application object for the whole program, so has the platform.
-std::unique_ptr<Running> running;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+Running* running = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+std::unique_ptr<Running> OpenDisplay(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments) {
+  const QtMessageHandler toolkitsOwn = qInstallMessageHandler(TellWhyNoDisplay);
+  auto opened = std::make_unique<Running>(layouts, argumentCount, arguments);
+  qInstallMessageHandler(toolkitsOwn);
+  return opened;
+}
+
+// The toolkit leaves by exit() when the display goes, from the middle of whatever it does. Taking down what lives on
+// there, and again at the end of main, would be a fault; the system takes it all.
+void EndWithoutDisplay() {
+  if (running == nullptr) return;
+  std::fputs("gantrel: the display has gone\n", stderr);
+  std::_Exit(EXIT_FAILURE);
+}
 
 }  // namespace
 
-Application::Application(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments) {
-  running = std::make_unique<Running>(layouts, argumentCount, arguments);
+Application::Application(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments)
+    : running_(OpenDisplay(layouts, argumentCount, arguments)) {
+  running = running_.get();
+  [[maybe_unused]] static const int registered = std::atexit(EndWithoutDisplay);
   // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
   QApplication::setStyle("Fusion");
+  ChooseFonts();
   LoadIcon();
   QApplication::setWindowIcon(QIcon(":/gantrel.png"));
   QGuiApplication::setDesktopFileName("gantrel");
@@ -68,10 +106,14 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   }
 }
 
-Application::~Application() { running.reset(); }
+Application::~Application() {
+  running_.reset();
+  running = nullptr;
+}
 
 int Application::Run() {
   if (IsQuitting() || running->openWindows == 0) return EXIT_SUCCESS;
+  running->isInMainLoop = true;
   return QApplication::exec();
 }
 
@@ -88,12 +130,14 @@ void StopForUnknownName(std::string_view kind, std::string_view name) {
 
 void NoteWindowOpened() { ++running->openWindows; }
 
+// At start-up the setup dialog closes before the main window was opened.
 void NoteWindowClosed() {
-  if (--running->openWindows == 0) QCoreApplication::exit(EXIT_SUCCESS);
+  if (--running->openWindows == 0 && running->isInMainLoop) Quit();
 }
 
+// Ending the loops says once more that the program is about to quit, in some versions of the toolkit.
 void Quit() {
-  running->isQuitting = true;
+  if (std::exchange(running->isQuitting, true)) return;
   QCoreApplication::exit(EXIT_SUCCESS);
 }
 

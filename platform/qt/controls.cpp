@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOptionViewItem>
 #include <QWheelEvent>
 #include <utility>
 
@@ -28,6 +29,27 @@ void NativeDropDownList::wheelEvent(QWheelEvent* event) {
   } else {
     event->ignore();
   }
+}
+
+// A selected row has the colours of one whether or not the list has the focus: what a command will act on is to be
+// seen.
+void NativeListBox::initViewItemOption(QStyleOptionViewItem* option) const {
+  QListWidget::initViewItemOption(option);
+  option->state |= QStyle::State_Active;
+}
+
+// Where a pixel of the layout is no whole number of the screen's, the entries may cover the line that the style draws
+// around them. This one is as thin as the screen has it, on the very edge.
+bool NativeListBox::event(QEvent* event) {
+  const bool isHandled = QListWidget::event(event);
+  if (event->type() != QEvent::Paint) return isHandled;
+  const qreal line = 1 / devicePixelRatioF();
+  const QRectF all = rect();
+  QPainter painter(this);
+  const QColor colour = palette().color(QPalette::Window).darker(140);
+  painter.fillRect(QRectF(all.left(), all.bottom() - line, all.width(), line), colour);
+  painter.fillRect(QRectF(all.right() - line, all.top(), line, all.height()), colour);
+  return isHandled;
 }
 
 void NativeListBox::paintEvent(QPaintEvent* event) {

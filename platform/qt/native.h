@@ -35,6 +35,8 @@ struct NativeListBox : QListWidget {
   QString emptyText;
 
  protected:
+  bool event(QEvent* event) override;
+  void initViewItemOption(QStyleOptionViewItem* option) const override;
   void paintEvent(QPaintEvent* event) override;
 };
 
@@ -51,6 +53,7 @@ struct NativeWindow : QWidget {
   NativeWindow& operator=(NativeWindow&&) = delete;
 
   void Open();
+  void OpenInFrontOf(NativeWindow& other);
   void TakeOutOfUse();
   void PutBackIntoUse();
 
@@ -59,12 +62,15 @@ struct NativeWindow : QWidget {
   std::function<void()> onClosed;
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   void SetOpen(bool isOpen);
+  void BringWhatIsInFront();
+  void TakeDesktopsSize();
   void AddControl(const ControlLayout& control);
   void SetTabOrder();
 
@@ -72,6 +78,7 @@ struct NativeWindow : QWidget {
   QPushButton* defaultButton_ = nullptr;
   QPushButton* cancelButton_ = nullptr;
   QPointer<QWidget> focusBefore_;
+  QPointer<NativeWindow> inFront_;
   bool isOpen_ = false;
   bool isInUse_ = true;
 };

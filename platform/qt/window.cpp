@@ -6,12 +6,13 @@
 #include <QLabel>
 #include <QMetaObject>
 #include <QPainter>
+#include <QWindow>
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <utility>
 #include <vector>
 
+#include "platform/qt/fonts.h"
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
 #include "platform/qt/text.h"
@@ -28,23 +29,6 @@ QRect Pixels(const Place& place) {
 }
 
 QColor ToQColor(const Colour& colour) { return {colour.red, colour.green, colour.blue}; }
-
-// The families to try, in this order, for one that the layouts name.
-QStringList Families(std::string_view family) {
-  if (family == "Comic Sans MS") return {"Comic Sans MS", "Comic Neue", "Comic Relief", "TSCu_Comic"};
-  if (family == "MS Sans Serif") return {"Microsoft Sans Serif", "Arimo", "Liberation Sans", "DejaVu Sans"};
-  return {ToQt(family)};
-}
-
-QFont ToQFont(const FontLayout& layout) {
-  constexpr double kPixelsPerPoint = 96.0 / 72.0;
-  QFont font;
-  font.setFamilies(Families(layout.family));
-  // In pixels, so that text keeps its proportion to the controls whatever resolution the desktop gives for fonts.
-  font.setPixelSize(static_cast<int>(std::lround(layout.points * kPixelsPerPoint)));
-  font.setBold(layout.isBold);
-  return font;
-}
 
 QWidget* MakeLabel(const ControlLayout& control, QWidget* parent) {
   auto* const label = new QLabel(parent);
@@ -94,7 +78,11 @@ Native& Find(const NativeWindow& window, std::string_view name) {
 
 }  // namespace
 
-NativeWindow::NativeWindow(const WindowLayout& layout) : layout_(layout) {
+// Without Maximise, and without a frame to resize it by.
+NativeWindow::NativeWindow(const WindowLayout& layout)
+    : QWidget(nullptr, Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint),
+      layout_(layout) {
   setObjectName(ToQt(layout.name));
   setWindowTitle(ToQt(layout.caption));
   setFixedSize(Pixels(layout.width), Pixels(layout.height));
@@ -157,6 +145,15 @@ void NativeWindow::Open() {
   activateWindow();
 }
 
+void NativeWindow::OpenInFrontOf(NativeWindow& other) {
+  other.inFront_ = this;
+  if (other.isOpen_) {
+    winId();  // there is no handle before
+    windowHandle()->setTransientParent(other.windowHandle());
+  }
+  Open();
+}
+
 void NativeWindow::TakeOutOfUse() {
   isInUse_ = false;
   focusBefore_ = focusWidget();
@@ -169,6 +166,33 @@ void NativeWindow::PutBackIntoUse() {
   if (focusBefore_ != nullptr) focusBefore_->setFocus();
   if (!isOpen_) return;
   activateWindow();
+}
+
+void NativeWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange) BringWhatIsInFront();
+  if (event->type() == QEvent::WindowStateChange) TakeDesktopsSize();
+}
+
+void NativeWindow::BringWhatIsInFront() {
+  if (!isActiveWindow() || isInUse_ || inFront_ == nullptr) return;
+  inFront_->setWindowState(inFront_->windowState() & ~Qt::WindowMinimized);
+  inFront_->raise();
+  inFront_->activateWindow();
+}
+
+// A desktop may maximise the window all the same. Its controls stay where they are.
+void NativeWindow::TakeDesktopsSize() {
+  const bool isFilling = isMaximized() || isFullScreen();
+  if (isFilling == (maximumSize() != minimumSize())) return;
+  if (!isFilling) return setFixedSize(minimumSize());
+  setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  // Wayland ends a program whose maximised window has another size. This one has been told its size before it could
+  // take it, so it must be told again before it is painted.
+  if (QGuiApplication::platformName().startsWith("wayland")) {
+    hide();
+    show();
+  }
 }
 
 void NativeWindow::closeEvent(QCloseEvent* event) {
@@ -224,6 +248,8 @@ ListBox Window::ListBox(std::string_view name) const { return platform::ListBox(
 TextBox Window::TextBox(std::string_view name) const { return platform::TextBox(Find<NativeTextBox>(*native_, name)); }
 
 void Window::Show() const { native_->Open(); }
+
+void Window::ShowInFrontOf(const Window& other) const { native_->OpenInFrontOf(*other.native_); }
 
 void Window::Close() const { native_->close(); }
 

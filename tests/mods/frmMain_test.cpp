@@ -29,6 +29,8 @@ TEST_F(MainWindow, ModsAreListedByTheirNumbersAndTheFocusIsOnTheSelector) {
     EXPECT_EQ(user.Entries("lstNotActive"), (Names{"Beta", "Delta"}));
     EXPECT_EQ(user.Selected("lstActive") + user.Selected("lstNotActive"), "");
     EXPECT_EQ(user.Focus(), "lstGame");
+    const std::string font = user.Font("lstActive");
+    EXPECT_TRUE(font == "Comic Sans MS" || font == "Comic Neue") << font;
   });
 }
 
