@@ -1,9 +1,10 @@
-// The price of the main window's commands, in the real window. Each is compared with the reads and writes that it makes
-// itself, made once more by the system's bare calls right after it: the same number, of the same files.
+// The price of the main window's commands, in the real windows. Each is compared with what no program can do without:
+// one reading of each file that it needs, its replacements, and filling the same lists from texts in memory.
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -13,13 +14,15 @@
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "app/layouts.h"
 #include "bench/raw_files.h"
 #include "bench/sample.h"
 #include "mods/frmMain.h"
 #include "platform/application.h"
-#include "tests/support/file_calls.h"
+#include "platform/events.h"
+#include "platform/window.h"
 
 namespace {
 
@@ -27,39 +30,33 @@ using Clock = std::chrono::steady_clock;
 
 double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
-// A control of the main window, by its name.
 template <typename Widget>
-Widget& Control(const char* name) {
-  for (const QWidget* const window : QApplication::topLevelWidgets()) {
-    if (auto* const control = window->findChild<Widget*>(name)) return *control;
+Widget& Control(const char* window, const char* name) {
+  for (const QWidget* const one : QApplication::topLevelWidgets()) {
+    auto* const control = one->objectName() == window ? one->findChild<Widget*>(name) : nullptr;
+    if (control != nullptr) return *control;
   }
   std::abort();
 }
 
-void SelectMiddle(const char* list) {
-  auto& entries = Control<QListWidget>(list);
-  entries.setCurrentRow((entries.count() - 1) / 2);
-}
+QPushButton& Button(const char* name) { return Control<QPushButton>("frmMain", name); }
+QListWidget& List(const char* name) { return Control<QListWidget>("frmMain", name); }
 
 struct Command {
   const char* name;
   sample::Active before;
-  std::function<void()> select;
+  std::function<void()> prepare;
   // Calls `start` when the command's own work begins.
   std::function<void(const frmMain& window, const std::function<void()>& start)> run;
+  int settingsWritten = 0;  // how often; for each mod, where `isForEach`
+  int modulesWritten = 0;
+  bool isForEach = false;
 };
-
-auto Call(void (frmMain::*operation)() const) {
-  return [operation](const frmMain& window, const std::function<void()>& start) {
-    start();
-    (window.*operation)();
-  };
-}
 
 auto Click(const char* button) {
   return [button](const frmMain&, const std::function<void()>& start) {
     start();
-    Control<QPushButton>(button).click();
+    Button(button).click();
   };
 }
 
@@ -71,73 +68,137 @@ auto ClickAndAnswerOk(const char* button) {
       start();
       box->button(QMessageBox::Ok)->click();
     });
-    Control<QPushButton>(button).click();
+    Button(button).click();
   };
 }
 
-void SelectFirst(const char* list) { Control<QListWidget>(list).setCurrentRow(0); }
-
-const std::array kCommands = {
-    Command{"fill", sample::Active::EverySecond, [] {}, Call(&frmMain::ListMods)},
-    Command{"activate one", sample::Active::EverySecond, [] { SelectMiddle("lstNotActive"); }, Click("cmdActivate1")},
-    Command{"move one", sample::Active::EverySecond, [] { SelectMiddle("lstActive"); }, Click("cmdMoveDown")},
-    Command{"delete the first", sample::Active::EverySecond, [] { SelectFirst("lstNotActive"); },
-            ClickAndAnswerOk("cmdDeleteMod")},
-    Command{"activate all", sample::Active::None, [] {}, Click("cmdActivateAll")},
-    Command{"module file", sample::Active::All, [] {}, Call(&frmMain::MakeModule)},
-};
-
-void MakeTheSameCalls(const support::FileCalls& calls) {
-  for (const auto& file : calls.files) {
-    for (std::size_t i = 0; i < file.opensToRead; ++i) raw::Read(file.path);
-    if (file.opensToWrite == 0) continue;
-    const std::string bytes(file.bytesWritten / file.opensToWrite, 'x');
-    const std::string path = file.path + ".limit";
-    for (std::size_t i = 0; i < file.opensToWrite; ++i) raw::Replace(path, bytes);
-  }
+auto Select(const char* list, double place) {
+  return [=] {
+    auto& entries = List(list);
+    entries.setCurrentRow(static_cast<int>((entries.count() - 1) * place));
+  };
 }
 
-void Measure(benchmark::State& state, const Command& command, int mods) {
-  using benchmark::Counter;
+void OpenNewMod() {
+  Button("cmdNewMod").click();
+  Control<QLineEdit>("frmNew", "txtName").setText("New");
+  Control<QListWidget>("frmNew", "lstDirs").selectAll();
+}
+
+void ConfirmNewMod(const frmMain& /*window*/, const std::function<void()>& start) {
+  auto& button = Control<QPushButton>("frmNew", "OKButton");
+  start();
+  button.click();
+}
+
+void Fill(const frmMain& window, const std::function<void()>& start) {
+  start();
+  window.ListMods();
+}
+
+const Command kFill = {"fill", sample::Active::EverySecond, [] {}, Fill};
+const Command kActivate = {
+    "activate one", sample::Active::EverySecond, Select("lstNotActive", 0.5), Click("cmdActivate1"), 1, 1};
+const Command kMove = {"move one", sample::Active::EverySecond, Select("lstActive", 0.5), Click("cmdMoveDown"), 1, 1};
+const Command kDelete = {"delete the first", sample::Active::EverySecond, Select("lstNotActive", 0),
+                         ClickAndAnswerOk("cmdDeleteMod"), 1};
+const Command kNew = {"new mod", sample::Active::EverySecond, OpenNewMod, ConfirmNewMod, 1};
+const Command kActivateAll = {"activate all", sample::Active::None, [] {}, Click("cmdActivateAll"), 1, 1, true};
+
+using Texts = std::array<std::vector<std::string>, 2>;
+constexpr std::array kLists = {"lstNotActive", "lstActive"};
+
+Texts EntriesNow() {
+  Texts texts;
+  for (std::size_t i = 0; i < kLists.size(); ++i) {
+    const auto& list = List(kLists[i]);
+    for (int row = 0; row < list.count(); ++row) texts[i].push_back(list.item(row)->text().toStdString());
+  }
+  return texts;
+}
+
+double Limit(const Command& command, std::size_t mods) {
+  const std::string settingsFile = support::SettingsFile();
+  const std::string moduleFile = sample::GameFolder() / "Ulvane.module";
+  const std::string settings = support::ReadFile(settingsFile);
+  const std::string module = support::ReadFile(moduleFile);
+  const Texts texts = EntriesNow();
+  std::array<QListWidget*, kLists.size()> lists = {};
+  for (std::size_t i = 0; i < lists.size(); ++i) lists[i] = &List(kLists[i]);
+
+  const auto start = Clock::now();
+  raw::Read(settingsFile);
+  for (const char* const file : {"Make.ini", "HEADER", "FOOTER"}) {
+    if (command.modulesWritten > 0) raw::Read(support::ExecutableFolder() / file);
+  }
+  for (std::size_t pass = 0; pass < (command.isForEach ? mods : 1); ++pass) {
+    for (std::size_t i = 0; i < lists.size(); ++i) {
+      lists[i]->clear();
+      for (const std::string& text : texts[i]) lists[i]->addItem(QString::fromStdString(text));
+    }
+    // The module file of the first pass has one mod in it, that of the last all.
+    const std::size_t moduleSize = command.isForEach ? module.size() * (pass + 1) / mods : module.size();
+    if (command.settingsWritten > 0) raw::Replace(settingsFile + ".limit", settings);
+    if (command.modulesWritten > 0) raw::Replace(moduleFile + ".limit", module.substr(0, moduleSize));
+  }
+  return SecondsSince(start);
+}
+
+void Measure(benchmark::State& state, const Command& command, int mods, int folders) {
   frmMain window;
+  raw::Replace(support::SettingsFile(), sample::Settings(mods, command.before, folders));
   window.Form_Load();
-  support::FileCalls calls;
   double limit = 0;
   for ([[maybe_unused]] auto pass : state) {
-    raw::Replace(support::SettingsFile(), sample::Settings(mods, command.before));
+    raw::Replace(support::SettingsFile(), sample::Settings(mods, command.before, folders));
     window.ListMods();
-    command.select();
+    command.prepare();
+    platform::DoEvents();
     Clock::time_point start;
-    command.run(window, [&] {
-      support::StartCounting();
-      start = Clock::now();
-    });
+    command.run(window, [&] { start = Clock::now(); });
     state.SetIterationTime(SecondsSince(start));
-    calls = support::EndCounting();
-    const auto limitStart = Clock::now();
-    MakeTheSameCalls(calls);
-    limit += SecondsSince(limitStart);
+    platform::DoEvents();  // a dialog that has closed goes
+    limit += Limit(command, static_cast<std::size_t>(mods));
   }
-  state.counters["limit"] = Counter(limit, Counter::kAvgIterations);
-  state.counters["reads"] = static_cast<double>(calls.OpensToRead(""));
-  state.counters["writes"] = static_cast<double>(calls.renames);
+  state.counters["limit"] = benchmark::Counter(limit, benchmark::Counter::kAvgIterations);
+}
+
+void MakeFolders(int count) {
+  const auto base = sample::GameFolder() / "W40k";
+  std::filesystem::remove_all(base);
+  for (int i = 0; i < count; ++i) std::filesystem::create_directories(base / ("Folder " + std::to_string(i)));
+}
+
+void Register(const Command& command, const std::string& subject, int mods, int folders = 2) {
+  auto* const row =
+      benchmark::RegisterBenchmark((subject + "/" + command.name).c_str(), [=, &command](benchmark::State& state) {
+        MakeFolders(&command == &kNew ? folders : 0);
+        Measure(state, command, mods, &command == &kNew ? 2 : folders);
+      });
+  row->UseManualTime();
+  const bool takesLong = command.isForEach && mods >= 100;
+  if (takesLong) row->Iterations(1)->Repetitions(mods >= 1000 ? 1 : 3);
+  if (mods >= 10'000 || folders >= 1000) row->Iterations(1);
 }
 
 int Run(int argumentCount, char** arguments) {
   benchmark::Initialize(&argumentCount, arguments);
   argumentCount = 1;
   const platform::Application application(Layouts(), argumentCount, arguments);
+  const platform::Window open("frmDoWSetup");  // or the tool would end with its last dialog
+  open.Show();
   support::Reset();
   std::filesystem::create_directories(sample::GameFolder());
   for (const int mods : {10, 30, 100, 300, 1000}) {
-    raw::Replace(support::SettingsFile(), sample::Settings(mods, sample::Active::All));
-    for (const Command& command : kCommands) {
-      auto* const row =
-          benchmark::RegisterBenchmark((std::to_string(mods) + "/" + command.name).c_str(), Measure, command, mods);
-      row->UseManualTime();
-      const bool takesLong = mods >= 300 && command.name == std::string_view("activate all");
-      if (takesLong) row->Iterations(1)->Repetitions(1);
+    for (const Command* const command : {&kFill, &kActivate, &kMove, &kDelete, &kNew, &kActivateAll}) {
+      Register(*command, std::to_string(mods), mods);
     }
+  }
+  for (const int many : {1000, 10'000}) {
+    const std::string subject = "many " + std::to_string(many);
+    Register(kNew, subject, 10, many);
+    Register(kDelete, subject, many);
+    Register(kMove, subject, 10, many);
   }
   benchmark::RunSpecifiedBenchmarks();
   return EXIT_SUCCESS;

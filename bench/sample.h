@@ -6,7 +6,7 @@
 
 #include "support/own_folder.h"
 
-// A registered game with a given number of mods of two folders, five keys each.
+// A registered game with a given number of mods, of two folders if nothing else is said.
 namespace sample {
 
 constexpr const char* kGame = "Dawn of War";
@@ -15,7 +15,7 @@ enum class Active : std::uint8_t { None, EverySecond, All };
 
 inline std::filesystem::path GameFolder() { return support::DriveC() / "Games" / "DoW"; }
 
-inline std::string Settings(int mods, Active active) {
+inline std::string Settings(int mods, Active active, int folders = 2) {
   const std::string game = kGame;
   std::string text = "[Games]\r\nCount=1\r\nDoW1=" + game + "\r\n[" + game +
                      "]\r\nPath=C:\\Games\\DoW\\\r\nModCount=" + std::to_string(mods) + "\r\n";
@@ -23,7 +23,10 @@ inline std::string Settings(int mods, Active active) {
     const std::string number = std::to_string(n);
     const bool isActive = active == Active::All || (active == Active::EverySecond && n % 2 == 0);
     text += "[" + game + "." + number + "]\r\nName=Mod " + number + "\r\nActive=" + (isActive ? "1" : "0") +
-            "\r\nDirCount=2\r\nDir1=Mod" + number + "_Data\r\nDir2=Mod" + number + "_Sound\r\n";
+            "\r\nDirCount=" + std::to_string(folders) + "\r\n";
+    for (int j = 1; j <= folders; ++j) {
+      text += "Dir" + std::to_string(j) + "=Mod" + number + (j == 1 ? "_Data\r\n" : "_Sound\r\n");
+    }
   }
   return text;
 }

@@ -8,7 +8,7 @@
 // program when a rule does not hold. An input is one or more fields, ended by "|"; the last goes to the input's end.
 namespace fuzz {
 
-void TryProfile(std::string_view input);   // section|key|value|text, held against a plain model of the rules
+void TryProfile(std::string_view input);   // text|section|key|value|section|..., held against a plain model
 void TryRegistry(std::string_view input);  // key|value's name|value|text
 void TryPaths(std::string_view input);     // a Windows path|a path of this system
 void TryModule(std::string_view input);    // folder|template

@@ -4,10 +4,12 @@
 #include <array>
 #include <cstdint>
 
+#include "mods/failure_message.h"
 #include "mods/frmMain.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/registry.h"
+#include "settings/EZINILib.h"
 #include "settings/Module1.h"
 #include "settings/schema.h"
 
@@ -25,11 +27,31 @@ std::string RegisteredFolder(std::string_view game) {
 // The number of games in the list, before the first one was registered as well.
 std::int64_t ListedGames() { return std::max<std::int64_t>(Module1::GameCount(), 0); }
 
-bool IsListed(std::string_view game, std::int64_t count) {
+// The number of the first game of that name in the list; nothing when there is none.
+std::optional<std::int64_t> FindGame(std::string_view name) {
+  const Module1::Reading reading;
+  const std::int64_t count = ListedGames();
   for (std::int64_t n = 1; n <= count; ++n) {
-    if (Module1::GameName(n) == game) return true;
+    if (Module1::GameName(n) == name) return n;
   }
-  return false;
+  return std::nullopt;
+}
+
+void PutGame(std::int64_t n, std::string_view name, std::string_view folder, std::string_view isAutomatic) {
+  PutSetting("Games", schema::GameKey(n), name);
+  PutSetting(name, "Path", folder);
+  PutSetting(name, "AutoPath", isAutomatic);
+}
+
+// A name that is in the list already is refused with a message, any name where the list cannot be read.
+bool IsRefused(std::string_view name) {
+  const Module1::Reading reading;
+  const bool isTaken = FindGame(name).has_value();
+  const auto unread = Module1::Unread();
+  if (isTaken)
+    platform::MsgBox("Please enter a unique name.", platform::Buttons::Ok, platform::Icon::Information, "New");
+  ShowFailure("New", unread);
+  return isTaken || unread;
 }
 
 // Registers the edition when the registry knows its folder.
@@ -38,10 +60,29 @@ void TryGame(std::string_view N) {
   if (folder.empty()) return;
   if (!folder.ends_with('\\')) folder += '\\';
   const std::int64_t n = ListedGames() + 1;
-  PutSetting("Games", schema::GameKey(n), N);
-  PutSetting(N, "Path", folder);
-  PutSetting(N, "AutoPath", "1");
+  PutGame(n, N, folder, "1");
   PutNumber("Games", "Count", n);
+}
+
+std::optional<FileFailure> AddGame(std::string_view name, std::string_view folder) {
+  const Module1::Change change;
+  const std::int64_t n = ListedGames() + 1;
+  PutNumber("Games", "Count", n);
+  PutGame(n, name, folder, "0");
+  return Module1::Change::Save();
+}
+
+// Takes the game out of the list alone: its mods stay in the file, and are there again when it is registered again. `n`
+// was its number before the user was asked.
+std::optional<FileFailure> RemoveGame(std::int64_t n, std::string_view name) {
+  const Module1::Change change;
+  const std::int64_t count = ListedGames();
+  const auto removed = Module1::GameName(n) == name && n <= count ? n : FindGame(name);
+  for (std::int64_t i = removed.value_or(count) + 1; i <= count; ++i) {
+    PutSetting("Games", schema::GameKey(i - 1), Module1::GameName(i));
+  }
+  if (removed) PutNumber("Games", "Count", count - 1);
+  return Module1::Change::Save();
 }
 
 }  // namespace
@@ -67,30 +108,31 @@ void frmDoWSetup::Form_Load() {
 }
 
 void frmDoWSetup::RefreshGames() const {
-  const Module1::Command command;
-  lstGames.Clear();
+  lstGames.Fill({});
   platform::DoEvents();
-  if (Module1::GameCount() == Module1::kNoGameCount) {
-    for (const char* const edition : {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"}) TryGame(edition);
-  }
-  const std::int64_t count = Module1::GameCount();
-  if (count == Module1::kNoGameCount) return;
-  for (std::int64_t n = 1; n <= count; ++n) {
-    const std::string name = Module1::GameName(n);
-    lstGames.Add(name + " (" + Module1::GamePath(name) + ")");
+  std::optional<FileFailure> failure;
+  {
+    const Module1::Change change;
+    if (Module1::GameCount() == Module1::kNoGameCount) {
+      for (const char* const edition : {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"}) TryGame(edition);
+    }
+    failure = Module1::Change::Save();
+    const std::int64_t count = Module1::GameCount();
+    std::vector<std::string> games;
+    for (std::int64_t n = 1; n <= count; ++n) {
+      const std::string name = Module1::GameName(n);
+      games.push_back(name + " (" + Module1::GamePath(name) + ")");
+    }
+    lstGames.Fill(games);
   }
   platform::DoEvents();
+  ShowFailure("DoW Installation Setup", failure);
 }
 
 void frmDoWSetup::cmdnew_Click() const {
-  const Module1::Command command;
   const std::string name = platform::InputBox("Installation Name:", "New", "Dawn of War");
   if (name.empty()) return;
-  const std::int64_t count = ListedGames();
-  if (IsListed(name, count)) {
-    platform::MsgBox("Please enter a unique name.", platform::Buttons::Ok, platform::Icon::Information, "New");
-    return;
-  }
+  if (IsRefused(name)) return;
 
   constexpr std::array kFilters = {platform::FileFilter{"W40k.exe", "W40k.exe"},
                                    platform::FileFilter{"All Files", "*.*"}};
@@ -98,32 +140,31 @@ void frmDoWSetup::cmdnew_Click() const {
                                           .folder = RegisteredFolder(name),
                                           .fileName = "W40k.exe",
                                           .filters = kFilters,
-                                          .defaultExtension = "exe"});
-  if (!chosen) return;
-  const std::string folder = chosen->path.substr(0, chosen->path.size() - chosen->name.size());
-  const std::int64_t n = count + 1;
-  PutNumber("Games", "Count", n);
-  PutSetting("Games", schema::GameKey(n), name);
-  PutSetting(name, "Path", folder);
-  PutSetting(name, "AutoPath", "0");
-  RefreshGames();
+                                          .defaultExtension = "exe",
+                                          .longestFolder = EZINILib::kMostCharacters});
+  if (!chosen || IsRefused(name)) return;  // another program may have registered it meanwhile
+  Finish("New", AddGame(name, chosen->path.substr(0, chosen->path.size() - chosen->name.size())));
 }
 
-// Takes the game out of the list alone: its mods stay in the file, and are there again when it is registered again.
 void frmDoWSetup::cmdDelete_Click() const {
-  const Module1::Command command;
   const int selected = lstGames.Selected();
   if (selected == platform::kNoSelection) return;
   const std::int64_t n = selected + 1;
-  const auto answer = platform::MsgBox("Really Delete '" + Module1::GameName(n) + "'?", platform::Buttons::YesNo,
-                                       platform::Icon::None, "Delete");
-  if (answer == platform::Answer::No) return;
-  const std::int64_t count = ListedGames();
-  for (std::int64_t i = n + 1; i <= count; ++i) {
-    PutSetting("Games", schema::GameKey(i - 1), Module1::GameName(i));
+  std::string name;
+  {
+    const Module1::Reading reading;
+    if (const auto unread = Module1::Unread()) return ShowFailure("Delete", unread);
+    name = Module1::GameName(n);
   }
-  PutNumber("Games", "Count", count - 1);
-  RefreshGames();
+  const auto answer =
+      platform::MsgBox("Really Delete '" + name + "'?", platform::Buttons::YesNo, platform::Icon::None, "Delete");
+  if (answer == platform::Answer::No) return;
+  Finish("Delete", RemoveGame(n, name));
+}
+
+// The list follows what was changed; where nothing could be, it is right as it is.
+void frmDoWSetup::Finish(std::string_view title, const std::optional<FileFailure>& failure) const {
+  failure ? ShowFailure(title, failure) : RefreshGames();
 }
 
 void frmDoWSetup::OKButton_Click() {

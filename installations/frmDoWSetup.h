@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/controls.h"
 #include "platform/window.h"
+#include "settings/file_failure.h"
 
 class frmMain;
 
@@ -29,6 +31,7 @@ class frmDoWSetup {
   void cmdnew_Click() const;
   void cmdDelete_Click() const;
   void RefreshGames() const;
+  void Finish(std::string_view title, const std::optional<FileFailure>& failure) const;
 
   const frmMain* mainWindow_;
   platform::Window window_;

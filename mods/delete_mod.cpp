@@ -1,3 +1,4 @@
+#include "mods/failure_message.h"
 #include "mods/frmMain.h"
 #include "mods/mod_section.h"
 #include "platform/busy_pointer.h"
@@ -9,7 +10,6 @@
 namespace {
 
 void DeleteMod(const std::string& game, const std::string& name) {
-  const Module1::WholeChange change;  // half of it would leave a mod twice, or another one not at all
   const std::int64_t count = Module1::ModCount(game);
   const std::int64_t deleted = Module1::FindMod(game, name);
   if (deleted == Module1::kNoMod) return;  // another program took it away while the user was asked
@@ -22,11 +22,20 @@ void DeleteMod(const std::string& game, const std::string& name) {
 void frmMain::cmdDeleteMod_Click() const {
   const std::string name = lstNotActive.Text();
   const std::string game = SelectedGame();
-  if (Module1::FindMod(game, name) == Module1::kNoMod) return ListMods();
+  {
+    const Module1::Reading reading;
+    if (Module1::FindMod(game, name) == Module1::kNoMod) return ShowFailure("Delete Mod", ListMods());
+  }
   const auto answer = platform::MsgBox("Really delete '" + name + "'?", platform::Buttons::OkCancel,
                                        platform::Icon::None, "Delete Mod");
   if (answer == platform::Answer::Cancel) return;
-  const platform::BusyPointer busy;
-  DeleteMod(game, name);
-  ListMods();
+  std::optional<FileFailure> unsaved;
+  {
+    const platform::BusyPointer busy;
+    const Module1::Change change;
+    DeleteMod(game, name);
+    unsaved = Module1::Change::Save();
+    ListMods();
+  }
+  ShowFailure("Delete Mod", unsaved);
 }

@@ -1,5 +1,6 @@
 #include "mods/frmMain.h"
 
+#include "mods/failure_message.h"
 #include "mods/frmNew.h"
 #include "platform/events.h"
 #include "settings/Module1.h"
@@ -37,15 +38,23 @@ frmMain::frmMain()
 frmMain::~frmMain() = default;
 
 void frmMain::Form_Load() const {
-  const bool isFirstStart = GetSetting("Games", "Count", "-1") == "-1";
+  bool isFirstStart = false;
+  {
+    const Module1::Reading reading;
+    if (const auto unread = Module1::Unread()) return ShowFailure("Gantrel", unread);
+    isFirstStart = GetSetting("Games", "Count", "-1") == "-1";
+  }
   if (isFirstStart) cmdGoToGames_Click();
+  const Module1::Reading reading;
   RefreshGames();
   if (!GetBPath().empty()) ListMods();
+  ShowFailure("Gantrel", Module1::Unread());
 }
 
 void frmMain::Show() const { window_.Show(); }
 
 void frmMain::RefreshGames() const {
+  const Module1::Reading reading;
   lstGame.Clear();
   platform::DoEvents();
   const std::int64_t count = Module1::GameCount();
@@ -58,6 +67,7 @@ void frmMain::RefreshGames() const {
 std::string frmMain::SelectedGame() const { return lstGame.Text(); }
 
 std::string frmMain::GetBPath() const {
+  const Module1::Reading reading;
   const std::int64_t count = Module1::GameCount();
   if (count == Module1::kNoGameCount) return "";
   const std::string game = SelectedGame();
@@ -70,16 +80,21 @@ std::string frmMain::GetBPath() const {
 
 void frmMain::lstGame_Validate() const { ListMods(); }
 
-void frmMain::ListMods() const {
-  lstActive.Clear();
-  lstNotActive.Clear();
+std::optional<FileFailure> frmMain::ListMods() const {
+  const Module1::Reading reading;
+  auto unread = Module1::Unread();
+  lstNotActive.SetEmptyText(unread ? unread->Sentence() : "");
   const std::string game = SelectedGame();
   const std::int64_t count = Module1::ModCount(game);
+  std::vector<std::string> active;
+  std::vector<std::string> notActive;
   for (std::int64_t n = 1; n <= count; ++n) {
     const std::string section = schema::ModSection(game, n);
     const bool isActive = GetNumber(section, "Active", 0) != 0;
-    (isActive ? lstActive : lstNotActive).Add(GetSetting(section, "Name", "Unknown"));
+    (isActive ? active : notActive).push_back(GetSetting(section, "Name", "Unknown"));
   }
+  lstActive.Fill(active);
+  lstNotActive.Fill(notActive);
 
   const bool someAvailable = lstNotActive.Count() > 0;
   cmdDeleteMod.SetEnabled(someAvailable);
@@ -92,4 +107,5 @@ void frmMain::ListMods() const {
   cmdMoveDown.SetEnabled(severalActive);
   cmdDeactivate1.SetEnabled(someActive);
   cmdDeactivateAll.SetEnabled(someActive);
+  return unread;
 }

@@ -8,6 +8,7 @@
 
 #include "platform/controls.h"
 #include "platform/window.h"
+#include "settings/file_failure.h"
 
 class frmNew;
 
@@ -32,27 +33,24 @@ class frmMain {
   // Refills the game selector and selects its first entry. The mod lists keep their contents.
   void RefreshGames() const;
 
-  // Refills both mod lists, with no entry selected, and enables the buttons that have something to act on.
-  void ListMods() const;
+  // Refills both mod lists, with no entry selected, and enables the buttons that have something to act on. Returns what
+  // kept the settings from being read; the lists show it as well, in the place of entries.
+  std::optional<FileFailure> ListMods() const;
 
   std::string SelectedGame() const;
 
   // The selected game's install folder, a Windows path; empty when the game is not registered.
   std::string GetBPath() const;
 
-  // Writes the selected game's module file; a failure is shown. Does nothing when the game is not registered.
-  void MakeModule() const;
+  // Writes the selected game's module file, and returns what kept it from that. Does nothing when the game is not
+  // registered.
+  std::optional<FileFailure> MakeModule() const;
 
   // A registry value as text. Empty when there is none, it takes more than 1023 characters, or it is neither text nor
   // a 32-bit number; environment references stay as they are.
   static std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef);
 
  private:
-  enum class Direction { Up, Down };
-
-  // What kept the module file from being written, in a sentence for the user; nothing when it was written.
-  using ModuleFailure = std::optional<std::string>;
-
   void lstGame_Validate() const;
   void cmdGoToGames_Click() const;
   void cmdActivate1_Click() const;
@@ -64,11 +62,10 @@ class frmMain {
   void cmdNewMod_Click();
   void cmdDeleteMod_Click() const;
 
-  void SetActive(const platform::ListBox& list, std::string_view flag) const;
+  std::optional<FileFailure> SetActive(const platform::ListBox& list, std::string_view flag) const;
   void SetAllActive(const platform::ListBox& list, std::string_view flag) const;
-  void MoveSelected(Direction direction) const;
-  ModuleFailure WriteModule() const;
-  static void ShowFailure(const ModuleFailure& failure);
+  void MoveSelected(int by) const;
+  std::optional<FileFailure> Move(int position, int newPosition) const;
 
   platform::Window window_;
   platform::DropDownList lstGame;

@@ -1,7 +1,9 @@
 #include "mods/frmNew.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "mods/failure_message.h"
 #include "mods/frmMain.h"
 #include "platform/dialogs.h"
 #include "platform/paths.h"
@@ -19,7 +21,7 @@ void Refuse(std::string_view reason, platform::Icon icon) {
 
 // Appends the mod to the game's mods, as an available one.
 void RegisterMod(const std::string& game, const std::string& name, const std::vector<std::string>& folders) {
-  const std::int64_t n = Module1::ModCount(game) + 1;
+  const std::int64_t n = std::max<std::int64_t>(Module1::ModCount(game), 0) + 1;
   const std::string section = schema::ModSection(game, n);
   PutNumber(game, "ModCount", n);
   PutSetting(section, "Name", name);
@@ -32,6 +34,8 @@ void RegisterMod(const std::string& game, const std::string& name, const std::ve
 }  // namespace
 
 void frmMain::cmdNewMod_Click() {
+  const Module1::Reading reading;
+  if (const auto unread = Module1::Unread()) return ShowFailure("New Mod", unread);
   std::string folder = GetBPath();
   if (folder.empty()) return Refuse("Please set up a game first.", platform::Icon::Exclamation);
   if (!folder.ends_with('\\')) folder += '\\';
@@ -50,8 +54,7 @@ frmNew::frmNew(const frmMain& mainWindow, const std::string& baseFolder)
 
   const auto folders = platform::ListSubfolders(baseFolder);
   lstDirs.SetEmptyText((folders ? "No folders in\n" : "Folder not found:\n") + baseFolder);
-  if (!folders) return;
-  for (const std::string& folder : *folders) lstDirs.Add(folder);
+  if (folders) lstDirs.Fill(*folders);
 }
 
 void frmNew::Show() const { window_.Show(); }
@@ -59,20 +62,24 @@ void frmNew::Show() const { window_.Show(); }
 void frmNew::OnClosed(std::function<void()> handler) const { window_.OnClosed(std::move(handler)); }
 
 void frmNew::OKButton_Click() const {
-  const Module1::Command command;
+  const Module1::Change change;
   const std::string name = txtName.Text();
   const std::string game = mainWindow_->SelectedGame();
   const bool isBlank = name.find_first_not_of(" \t") == std::string::npos;
   if (isBlank) {
     Refuse("Please enter a name for the mod.", platform::Icon::Exclamation);
+  } else if (const auto unread = Module1::Unread()) {
+    ShowFailure("New Mod", unread);
   } else if (mainWindow_->GetBPath().empty()) {
     Refuse("Please set up a game first.", platform::Icon::Exclamation);
   } else if (Module1::FindMod(game, name) != Module1::kNoMod) {
     Refuse("Please enter a unique name.", platform::Icon::Information);
   } else {
     RegisterMod(game, name, lstDirs.SelectedTexts());
+    const auto unsaved = Module1::Change::Save();
     mainWindow_->ListMods();
-    return window_.Close();
+    if (!unsaved) return window_.Close();
+    ShowFailure("New Mod", unsaved);
   }
   txtName.TakeFocus();  // where the user goes on
 }

@@ -1,3 +1,4 @@
+#include "mods/failure_message.h"
 #include "mods/frmMain.h"
 #include "mods/mod_section.h"
 #include "settings/Module1.h"
@@ -8,9 +9,7 @@
 
 namespace {
 
-// In the middle of it a mod is in the scratch section alone; no reader may ever see that.
 void ExchangeMods(std::string_view game, std::int64_t moved, std::int64_t neighbour) {
-  const Module1::WholeChange change;
   CopyMod(game, moved, schema::kScratchMod);
   CopyMod(game, neighbour, moved);
   CopyMod(game, schema::kScratchMod, neighbour);
@@ -18,22 +17,27 @@ void ExchangeMods(std::string_view game, std::int64_t moved, std::int64_t neighb
 
 }  // namespace
 
-void frmMain::cmdMoveUp_Click() const { MoveSelected(Direction::Up); }
+void frmMain::cmdMoveUp_Click() const { MoveSelected(-1); }
 
-void frmMain::cmdMoveDown_Click() const { MoveSelected(Direction::Down); }
+void frmMain::cmdMoveDown_Click() const { MoveSelected(+1); }
 
-void frmMain::MoveSelected(Direction direction) const {
+void frmMain::MoveSelected(int by) const {
   const int position = lstActive.Selected();
-  const int newPosition = direction == Direction::Up ? position - 1 : position + 1;
+  const int newPosition = position + by;
   if (newPosition < 0 || newPosition >= lstActive.Count()) return;
+  ShowFailure("Make Module", Move(position, newPosition));
+}
 
+std::optional<FileFailure> frmMain::Move(int position, int newPosition) const {
+  const Module1::Change change;
   const std::string game = SelectedGame();
   const std::int64_t moved = Module1::FindMod(game, lstActive.Text(position));
   const std::int64_t neighbour = Module1::FindMod(game, lstActive.Text(newPosition));
-  if (moved == Module1::kNoMod || neighbour == Module1::kNoMod) return;
+  if (moved == Module1::kNoMod || neighbour == Module1::kNoMod) return Module1::Unread();
 
   ExchangeMods(game, moved, neighbour);
+  const auto unsaved = Module1::Change::Save();
   ListMods();
-  lstActive.Select(newPosition);
-  MakeModule();
+  lstActive.Select(unsaved ? position : newPosition);
+  return unsaved ? unsaved : MakeModule();
 }

@@ -2,7 +2,6 @@
 
 #include "mods/frmMain.h"
 #include "module_file/module_text.h"
-#include "platform/dialogs.h"
 #include "platform/files.h"
 #include "settings/Module1.h"
 #include "settings/schema.h"
@@ -13,16 +12,29 @@ using Module1::GetSetting;
 
 namespace {
 
-std::string FailureText(const std::string& file, std::string_view what, const std::error_code& reason) {
-  return file + " could not be " + std::string(what) + ": " + reason.message() +
-         ".\n\nThe module file was left as it was.";
+FileFailure NotMade(std::string file, const char* what, std::error_code reason) {
+  return {std::move(file), what, reason, "The module file was left as it was."};
+}
+
+// What a slip in Make.ini must not cost: the game itself, or the tool's own files.
+std::error_code WhyNotReplaced(const platform::HostPath& path, std::string_view header, std::string_view footer) {
+  platform::FileBytes old;
+  const std::error_code unread = old.Read(path);
+  const bool isProgram = old.View().starts_with("MZ") || old.View().starts_with(
+                                                             "\x7F"
+                                                             "ELF");
+  if (isProgram || unread == platform::FileRefusal::TooLarge) return platform::FileRefusal::Program;
+  for (const std::string_view own : {std::string_view("Ulvane.ini"), std::string_view("Make.ini"), header, footer}) {
+    if (platform::IsSameFile(path, platform::BesideExecutable(own))) return platform::FileRefusal::OwnFile;
+  }
+  return {};
 }
 
 // Appends the lines of a template beside the executable.
-std::optional<std::string> CopyTemplate(std::string_view name, std::string& module) {
+std::optional<FileFailure> CopyTemplate(std::string_view name, std::string& module) {
   const platform::HostPath path = platform::BesideExecutable(name);
   platform::FileBytes text;
-  if (const auto failure = text.Read(path)) return FailureText(platform::Shown(path), "read", failure);
+  if (const auto failure = text.Read(path)) return NotMade(platform::Shown(path), "read", failure);
   module_text::AppendTemplate(text.View(), module);
   return std::nullopt;
 }
@@ -32,7 +44,7 @@ void AppendMods(const std::string& game, std::int64_t modCount, std::int64_t num
   for (std::int64_t i = modCount; i >= 1; --i) {
     const std::string section = schema::ModSection(game, i);
     if (GetNumber(section, "Active", 0) != 1) continue;
-    const std::int64_t dirCount = GetNumber(section, "DirCount", 0);
+    const std::int64_t dirCount = Module1::DirCount(section);
     for (std::int64_t j = 1; j <= dirCount; ++j) {
       module_text::AppendDataFolder(number++, GetSetting(section, schema::DirKey(j), ""), module);
     }
@@ -41,32 +53,28 @@ void AppendMods(const std::string& game, std::int64_t modCount, std::int64_t num
 
 }  // namespace
 
-void frmMain::MakeModule() const { ShowFailure(WriteModule()); }
-
 // The whole text comes first: the module file changes only when everything that belongs into it could be read.
-frmMain::ModuleFailure frmMain::WriteModule() const {
-  const Module1::Command command;
+std::optional<FileFailure> frmMain::MakeModule() const {
+  const Module1::Reading reading;
   const std::string game = SelectedGame();
   const std::int64_t firstNumber = Module1::GetMakeNumber("Make", "NextDirNum", 5);
   const std::int64_t modCount = Module1::ModCount(game);
   const std::string folder = GetBPath();
-  if (folder.empty() && !command.FirstUnread()) return std::nullopt;
+  if (const auto unread = Module1::Unread()) return NotMade(unread->file, unread->what, unread->reason);
+  if (folder.empty()) return std::nullopt;
   const std::string file = folder + GetMakeSetting("Make", "Outfile", "Ulvane.module");
 
+  const std::string header = GetMakeSetting("Make", "Header", "HEADER");
+  const std::string footer = GetMakeSetting("Make", "Footer", "FOOTER");
   std::string module;
-  if (auto failure = CopyTemplate(GetMakeSetting("Make", "Header", "HEADER"), module)) return failure;
+  if (auto failure = CopyTemplate(header, module)) return failure;
   AppendMods(game, modCount, firstNumber, module);
-  if (auto failure = CopyTemplate(GetMakeSetting("Make", "Footer", "FOOTER"), module)) return failure;
-  if (const auto& unread = command.FirstUnread()) {
-    return FailureText(platform::Shown(unread->file), "read", unread->reason);
-  }
+  if (auto failure = CopyTemplate(footer, module)) return failure;
 
   const auto path = platform::ToHostPath(file);
-  const auto failure = path ? platform::ReplaceFile(*path, module) : std::make_error_code(std::errc::no_such_device);
-  if (failure) return FailureText(file, "written", failure);
+  if (!path) return NotMade(file, "written", std::make_error_code(std::errc::no_such_device));
+  std::error_code failure = WhyNotReplaced(*path, header, footer);
+  if (!failure) failure = platform::ReplaceFile(*path, module);
+  if (failure) return NotMade(file, "written", failure);
   return std::nullopt;
-}
-
-void frmMain::ShowFailure(const ModuleFailure& failure) {
-  if (failure) platform::MsgBox(*failure, platform::Buttons::Ok, platform::Icon::Critical, "Make Module");
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ranges>
 #include <utility>
 
 namespace platform {
@@ -21,8 +22,8 @@ std::string FromUtf16(std::u16string_view wide) {
 
 // From the end: sections and keys that are numbered differ there.
 bool SameName(std::string_view left, std::string_view right) {
-  return std::equal(left.rbegin(), left.rend(), right.rbegin(), right.rend(),
-                    [](char a, char b) { return a == b || FoldCase(a) == FoldCase(b); });
+  return std::ranges::equal(left | std::views::reverse, right | std::views::reverse,
+                            [](char a, char b) { return a == b || FoldCase(a) == FoldCase(b); });
 }
 
 bool ComesBefore(std::string_view left, std::string_view right) {

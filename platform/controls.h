@@ -45,13 +45,11 @@ class DropDownList {
   NativeDropDownList* native_;
 };
 
-// Entries in the order in which they were added. Of one with single selection, the selected entry is asked for; of one
-// with multiple selection, the selected entries.
+// Of one with single selection, the selected entry is asked for; of one with multiple selection, the selected entries.
 class ListBox {
  public:
   explicit ListBox(NativeListBox& native) : native_(&native) {}
-  void Clear() const;
-  void Add(std::string_view entry) const;
+  void Fill(const std::vector<std::string>& entries) const;  // in the place of those that are there; selects none
   int Count() const;
   void Select(int position) const;                 // kNoSelection, or a position that is not there, selects none
   int Selected() const;                            // kNoSelection when none is
@@ -61,6 +59,9 @@ class ListBox {
 
   // Greyed text in the place of the entries while there are none; no entry itself.
   void SetEmptyText(std::string_view text) const;
+
+  // Paints what has changed before the command ends. Lets no event in.
+  void ShowNow() const;
 
  private:
   NativeListBox* native_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -30,6 +31,7 @@ struct OpenFileDialog {
   std::string_view fileName;
   std::span<const FileFilter> filters;
   std::string_view defaultExtension;
+  std::size_t longestFolder;  // that of the chosen file, in characters, the separator at its end counted
 };
 
 struct ChosenFile {
@@ -37,8 +39,8 @@ struct ChosenFile {
   std::string name;  // its last component
 };
 
-// Nothing when the user cancels. A file whose path the code page cannot spell is refused with a message, and the choice
-// goes on.
+// Nothing when the user cancels. A file whose path the code page cannot spell, or whose folder's path is too long, is
+// refused with a message, and the choice goes on.
 std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings);
 
 }  // namespace platform

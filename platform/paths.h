@@ -19,7 +19,8 @@ struct HostPath {
 };
 
 // A file beside the running executable. The folder is asked for at every call. `name` is text in the code page, with
-// separators in either direction; it need not exist.
+// separators in either direction; it need not exist. Where the system does not tell the folder, the path is not
+// absolute, and no function reads or replaces it.
 HostPath BesideExecutable(std::string_view name);
 
 // Where a Windows path leads on this system; nothing when it names no drive that there is. A path that begins with a
@@ -27,7 +28,8 @@ HostPath BesideExecutable(std::string_view name);
 std::optional<HostPath> ToHostPath(std::string_view windowsPath);
 
 // The path with each component as it is spelled on the disk: as given where that exists, otherwise in the first
-// spelling, by byte order, that differs in letter case alone. From the first missing component on, as given.
+// spelling, by byte order, that differs in letter case alone. From the first missing component on, as given; all of it
+// where the disk does not tell.
 HostPath AsSpelledOnDisk(const HostPath& path);
 
 // The Windows path of a file or folder, on the drive whose folder is the nearest above it; nothing when the code page

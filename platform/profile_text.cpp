@@ -1,8 +1,7 @@
 #include "platform/profile_text.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <initializer_list>
+#include <utility>
 
 #include "platform/code_page.h"
 
@@ -11,6 +10,9 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kNewLineEnd = "\r\n";
+// So much of a section is searched faster than it is taken apart, and so many lines faster than they are indexed.
+constexpr std::size_t kFewBytes = 1024;
+constexpr std::size_t kFewLines = 32;
 
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 constexpr bool IsLineBreak(char c) { return c == '\n' || c == '\r'; }
@@ -27,156 +29,194 @@ std::string_view WithoutQuotes(std::string_view value) {
   return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
-// A stretch of the text, by positions.
-struct Span {
-  std::size_t begin;
-  std::size_t end;
-};
-
-// The text, looked at section by section and line by line. Both reading and writing stand on it.
-class Scanner {
- public:
-  explicit Scanner(std::string_view text)
-      : text_(text), start_(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
-
-  std::string_view At(Span span) const { return text_.substr(span.begin, span.end - span.begin); }
-
-  // Whether a line may begin here.
-  bool IsLineStart(std::size_t position) const { return position == start_ || IsLineBreak(text_[position - 1]); }
-
-  // The line end that the text uses; nothing when it has none yet.
-  std::string_view FirstLineEnd() const {
-    const Span line = LineAt(start_);
-    return At({line.end, NextLine(line)});
-  }
-
-  // Where the lines of `section` begin, after its header. Looks for brackets rather than at every line: there are few
-  // of them, and the search for one byte runs at the speed of memory.
-  std::optional<std::size_t> FindSection(std::string_view section) const {
-    std::size_t bracket = text_.find('[', start_);
-    while (bracket != std::string_view::npos && !IsHeaderOf(section, bracket)) bracket = text_.find('[', bracket + 1);
-    if (bracket == std::string_view::npos) return std::nullopt;
-    return NextLine(LineAt(bracket));
-  }
-
-  // The value of `key`, without the blanks around it, in the section whose lines begin at `from`.
-  std::optional<Span> FindKey(std::size_t from, std::string_view key) const {
-    while (from < text_.size()) {
-      const Span line = LineAt(from);
-      const std::string_view content = Trimmed(At(line));
-      if (IsHeader(content)) return std::nullopt;
-      const std::size_t equals = content.find('=');
-      if (equals != std::string_view::npos && content.front() != ';' && content.front() != '[' &&
-          SameName(Trimmed(content.substr(0, equals)), key)) {
-        return SpanOf(Trimmed(content.substr(equals + 1)));
-      }
-      from = NextLine(line);
-    }
-    return std::nullopt;
-  }
-
-  // Where a line may be added to the section whose lines begin at `from`: after its last line that is not blank.
-  std::size_t EndOfSection(std::size_t from) const {
-    std::size_t end = from;
-    while (from < text_.size()) {
-      const Span line = LineAt(from);
-      const std::string_view content = Trimmed(At(line));
-      if (IsHeader(content)) break;
-      from = NextLine(line);
-      if (!content.empty()) end = from;
-    }
-    return end;
-  }
-
-  std::size_t EndOfText() const { return text_.size(); }
-
- private:
-  static bool IsHeader(std::string_view content) {
-    return content.starts_with('[') && content.find(']') != std::string_view::npos;
-  }
-
-  // `part` is a part of the text.
-  Span SpanOf(std::string_view part) const {
-    const auto begin = static_cast<std::size_t>(part.data() - text_.data());
-    return {begin, begin + part.size()};
-  }
-
-  Span LineAt(std::size_t from) const {
-    const std::string_view rest = text_.substr(from);
-    return {from, from + static_cast<std::size_t>(std::ranges::find_if(rest, IsLineBreak) - rest.begin())};
-  }
-
-  std::size_t NextLine(Span line) const {
-    if (line.end == text_.size()) return line.end;
-    return line.end + (text_.substr(line.end, 2) == "\r\n" ? 2 : 1);
-  }
-
-  // Whether the header of `section` begins at `bracket`. Most other headers have no bracket where this one closes, and
-  // are passed over without a look at the rest.
-  bool IsHeaderOf(std::string_view section, std::size_t bracket) const {
-    const std::size_t length = section.size();
-    if (text_.size() - bracket < length + 2 || text_[bracket + 1 + length] != ']') return false;
-    return SameName(text_.substr(bracket + 1, length), section) && StartsItsLine(bracket) &&
-           At(LineAt(bracket)).rfind(']') == length + 1;
-  }
-
-  // Whether only blanks stand before `position` on its line.
-  bool StartsItsLine(std::size_t position) const {
-    while (position > start_ && IsBlank(text_[position - 1])) --position;
-    return IsLineStart(position);
-  }
-
-  std::string_view text_;
-  std::size_t start_;
-};
-
-// What would break out of a line is written as a blank.
+// What would break out of a line becomes a blank.
 std::string OnOneLine(std::string_view text) {
   std::string line(text);
-  std::ranges::replace_if(
-      line, [](char c) { return IsLineBreak(c) || c == '\0'; }, ' ');
+  for (char& c : line) {
+    if (IsLineBreak(c) || c == '\0') c = ' ';
+  }
   return line;
 }
 
-std::string Replaced(std::string_view text, Span span, std::initializer_list<std::string_view> parts) {
-  std::string result;
-  std::size_t size = text.size();
-  for (const auto part : parts) size += part.size();
-  result.reserve(size);
-  result += text.substr(0, span.begin);
-  for (const auto part : parts) result += part;
-  result += text.substr(span.end);
-  return result;
+// The line at the front of the text, without its end.
+std::string_view LineOf(std::string_view text) {
+  return text.substr(0, static_cast<std::size_t>(std::ranges::find_if(text, IsLineBreak) - text.begin()));
+}
+
+std::string_view LineEndOf(std::string_view rest) {
+  return rest.substr(0, rest.starts_with(kNewLineEnd) ? 2 : std::min<std::size_t>(rest.size(), 1));
+}
+
+// The name of the section whose header the line is; nothing when it is none.
+std::optional<std::string_view> SectionName(std::string_view line) {
+  const std::string_view content = Trimmed(line);
+  const std::size_t end = content.starts_with('[') ? content.rfind(']') : std::string_view::npos;
+  if (end == std::string_view::npos) return std::nullopt;
+  return Trimmed(content.substr(1, end - 1));
+}
+
+// What stands before the equals sign of a line that is no header; nothing when it is no key's line.
+std::optional<std::string_view> KeyName(std::string_view line) {
+  const std::string_view content = Trimmed(line);
+  const std::size_t equals = content.find('=');
+  if (equals == std::string_view::npos || content.front() == ';' || content.front() == '[') return std::nullopt;
+  return Trimmed(content.substr(0, equals));
+}
+
+bool IsLineOf(std::string_view key, std::string_view line) {
+  const auto name = KeyName(line);
+  return name && SameName(*name, Trimmed(key));
+}
+
+std::string_view ValueOf(std::string_view keyLine) {
+  const std::string_view content = Trimmed(keyLine);
+  return Trimmed(content.substr(content.find('=') + 1));
+}
+
+// Where the line begins that has only blanks before `position`; nothing when it has more.
+std::optional<std::size_t> StartOfLine(std::string_view text, std::size_t position) {
+  while (position > 0 && IsBlank(text[position - 1])) --position;
+  if (position > 0 && !IsLineBreak(text[position - 1])) return std::nullopt;
+  return position;
 }
 
 }  // namespace
 
-std::optional<std::string_view> FindValue(std::string_view text, std::string_view section, std::string_view key) {
-  const Scanner scanner(text);
-  const auto lines = scanner.FindSection(section);
-  if (!lines) return std::nullopt;
-  const auto value = scanner.FindKey(*lines, Trimmed(key));
-  if (!value) return std::nullopt;
-  return WithoutQuotes(scanner.At(*value));
+// The same for all letter cases: in ASCII they differ in one bit.
+std::size_t ProfileText::Hash::operator()(std::string_view name) const {
+  std::size_t hash = 0;
+  for (const char c : name) {
+    const bool isAscii = static_cast<unsigned char>(c) < 0x80;
+    hash = hash * 31 + (static_cast<unsigned char>(isAscii ? c : FoldCase(c)) | 0x20U);
+  }
+  return hash;
 }
 
-std::string SetValue(std::string_view text, std::string_view section, std::string_view key, std::string_view value) {
+bool ProfileText::Equal::operator()(std::string_view left, std::string_view right) const {
+  return SameName(left, right);
+}
+
+ProfileText::ProfileText(std::string text) { TakeApart(std::move(text)); }
+
+std::string_view ProfileText::Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
+
+// Looks for brackets rather than at every line: there are few of them, and the search for one byte runs at the speed
+// of memory.
+void ProfileText::TakeApart(std::string wholeText) {
+  std::string_view text = Keep(std::move(wholeText));
+  mark_ = text.substr(0, text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+  text.remove_prefix(mark_.size());
+  lineEnd_ = LineEndOf(text.substr(LineOf(text).size()));
+  if (lineEnd_.empty()) lineEnd_ = kNewLineEnd;
+
+  sections_.clear();
+  places_.clear();
+  std::size_t begin = 0;
+  for (std::size_t at = text.find('['); at != std::string_view::npos; at = text.find('[', at)) {
+    const auto start = StartOfLine(text, at);
+    const std::string_view line = start ? LineOf(text.substr(at)) : text.substr(at, 1);
+    if (const auto name = SectionName(line)) {
+      sections_.push_back({text.substr(begin, *start - begin)});
+      places_.emplace(*name, sections_.size());
+      begin = *start;
+    }
+    at += line.size();
+  }
+  sections_.push_back({text.substr(begin)});
+}
+
+ProfileText::Line ProfileText::TakeLine(std::string_view& text) {
+  const std::string_view content = LineOf(text);
+  const std::string_view end = LineEndOf(text.substr(content.size()));
+  text.remove_prefix(content.size() + end.size());
+  return {content, end};
+}
+
+std::vector<ProfileText::Line>& ProfileText::Lines(Section& section) {
+  if (section.lines.empty()) section.lines.reserve(8);
+  for (std::string_view rest = section.lines.empty() ? section.text : ""; !rest.empty();) {
+    section.lines.push_back(TakeLine(rest));
+  }
+  return section.lines;
+}
+
+ProfileText::Section* ProfileText::FindSection(std::string_view name) {
+  const auto place = places_.find(Trimmed(name));
+  return place == places_.end() ? nullptr : &sections_[place->second];
+}
+
+ProfileText::Line* ProfileText::FindLine(Section& section, std::string_view key) {
+  std::vector<Line>& lines = Lines(section);
+  if (lines.size() <= kFewLines) {
+    const auto line = std::ranges::find_if(lines, [key](const Line& one) { return IsLineOf(key, one.content); });
+    return line == lines.end() ? nullptr : &*line;
+  }
+  if (section.keys.empty()) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (const auto name = KeyName(lines[i].content)) section.keys.emplace(*name, i);
+    }
+  }
+  const auto place = section.keys.find(Trimmed(key));
+  return place == section.keys.end() ? nullptr : &lines[place->second];
+}
+
+std::optional<std::string_view> ProfileText::Find(std::string_view section, std::string_view key) {
+  Section* const found = FindSection(section);
+  if (found == nullptr) return std::nullopt;
+  if (found->lines.empty() && found->text.size() <= kFewBytes) {
+    for (std::string_view rest = found->text; !rest.empty();) {
+      const std::string_view line = TakeLine(rest).content;
+      if (IsLineOf(key, line)) return WithoutQuotes(ValueOf(line));
+    }
+    return std::nullopt;
+  }
+  const Line* const line = FindLine(*found, key);
+  if (line == nullptr) return std::nullopt;
+  return WithoutQuotes(ValueOf(line->content));
+}
+
+void ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
   const std::string sectionName = OnOneLine(section);
   const std::string keyName = OnOneLine(Trimmed(key));
   const std::string newValue = OnOneLine(value);
-  const Scanner scanner(text);
-
-  const auto lines = scanner.FindSection(sectionName);
-  if (lines) {
-    if (const auto oldValue = scanner.FindKey(*lines, keyName)) return Replaced(text, *oldValue, {newValue});
+  Section* const old = FindSection(sectionName);
+  if (Line* const line = old != nullptr ? FindLine(*old, keyName) : nullptr) {
+    const std::string_view oldValue = ValueOf(line->content);
+    std::string content(line->content);
+    content.replace(static_cast<std::size_t>(oldValue.data() - line->content.data()), oldValue.size(), newValue);
+    line->content = Keep(std::move(content));
+  } else {
+    AddLine(old != nullptr ? *old : AddSection("[" + sectionName + "]"), keyName + "=" + newValue);
   }
+}
 
-  const std::string_view ownLineEnd = scanner.FirstLineEnd();
-  const std::string_view lineEnd = ownLineEnd.empty() ? kNewLineEnd : ownLineEnd;
-  const std::size_t at = lines ? scanner.EndOfSection(*lines) : scanner.EndOfText();
-  const std::string_view closing = scanner.IsLineStart(at) ? std::string_view() : lineEnd;
-  const std::string header = lines ? std::string() : "[" + sectionName + "]" + std::string(lineEnd);
-  return Replaced(text, {at, at}, {closing, header, keyName, "=", newValue, lineEnd});
+ProfileText::Section& ProfileText::AddSection(std::string header) {
+  if (auto& lastLines = Lines(sections_.back()); !lastLines.empty() && lastLines.back().end.empty()) {
+    lastLines.back().end = lineEnd_;
+  }
+  const std::string_view line = Keep(std::move(header));
+  places_.emplace(*SectionName(line), sections_.size());
+  return sections_.emplace_back(Section{.text = {}, .lines = {{line, lineEnd_}}});
+}
+
+void ProfileText::AddLine(Section& section, std::string content) {
+  std::vector<Line>& lines = Lines(section);
+  std::size_t at = lines.size();
+  while (Trimmed(lines[at - 1].content).empty()) --at;  // the header is not blank
+  if (lines[at - 1].end.empty()) lines[at - 1].end = lineEnd_;
+  const std::string_view line = Keep(std::move(content));
+  lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), {line, lineEnd_});
+  if (const auto name = KeyName(line); name && !section.keys.empty()) section.keys.emplace(*name, at);
+  if (SectionName(line)) TakeApart(Text());  // a key that looks like a header becomes one
+}
+
+std::string ProfileText::Text() const {
+  std::string text(mark_);
+  for (const Section& section : sections_) {
+    if (section.lines.empty()) text += section.text;
+    for (const Line& line : section.lines) text.append(line.content).append(line.end);
+  }
+  return text;
 }
 
 }  // namespace platform

@@ -1,52 +1,51 @@
 #include "settings/EZINILib.h"
 
-#include <array>
-#include <cstddef>
-#include <system_error>
 #include <utility>
 
 #include "platform/files.h"
-#include "platform/profile.h"
-#include "platform/profile_text.h"
 
 namespace EZINILib {
 namespace {
 
-constexpr std::size_t kMostCharacters = 254;
+// Text in UTF-16 is none that could be read, or added to.
+std::string TextOf(const platform::HostPath& file, std::error_code& unread) {
+  platform::FileBytes bytes;
+  unread = bytes.Read(file);
+  if (unread == std::errc::no_such_file_or_directory) unread.clear();
+  const std::string_view text = bytes.View();
+  const bool isUtf16 = text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+  if (isUtf16) unread = platform::FileRefusal::Utf16;
+  return isUtf16 ? std::string() : std::string(text);
+}
 
 }  // namespace
 
 std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
-                    std::string_view fallback, std::error_code* failure) {
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the call fills what is read of it
-  std::array<char, kMostCharacters + 1> buffer;
-  const std::size_t count = platform::GetPrivateProfileStringA(section, key, fallback, buffer, file, failure);
-  return {buffer.data(), count};
+                    std::string_view fallback) {
+  return WholeINI(file).Read(section, key, fallback);
 }
 
-bool WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value) {
-  return platform::WritePrivateProfileStringA(section, key, value, file);
+void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value) {
+  WholeINI whole(file);
+  whole.Write(section, key, value);
+  [[maybe_unused]] const std::error_code failure = whole.Save();
 }
 
-WholeINI::WholeINI(platform::HostPath file) : file_(std::move(file)) {
-  platform::FileBytes bytes;
-  const std::error_code failure = bytes.Read(file_);
-  maySave_ = !failure || failure == std::errc::no_such_file_or_directory;
-  text_ = bytes.View();
-}
+WholeINI::WholeINI(platform::HostPath file) : file_(std::move(file)), text_(TextOf(file_, unread_)) {}
 
-std::string WholeINI::Read(std::string_view section, std::string_view key, std::string_view fallback) const {
-  return std::string(platform::FindValue(text_, section, key).value_or(fallback).substr(0, kMostCharacters));
+std::string WholeINI::Read(std::string_view section, std::string_view key, std::string_view fallback) {
+  return std::string(text_.Find(section, key).value_or(fallback).substr(0, kMostCharacters));
 }
 
 void WholeINI::Write(std::string_view section, std::string_view key, std::string_view value) {
-  text_ = platform::SetValue(text_, section, key, value);
+  text_.Set(section, key, value);
   isChanged_ = true;
 }
 
-void WholeINI::Save() const {
-  if (!isChanged_ || !maySave_) return;
-  [[maybe_unused]] const std::error_code failure = platform::ReplaceFile(file_, text_);
+std::error_code WholeINI::Save() {
+  if (unread_) return unread_;
+  if (!std::exchange(isChanged_, false)) return {};
+  return platform::ReplaceFile(file_, text_.Text());
 }
 
 }  // namespace EZINILib

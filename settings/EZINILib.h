@@ -1,41 +1,50 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include "platform/paths.h"
+#include "platform/profile_text.h"
 
 // The values of any profile file.
 namespace EZINILib {
 
+// Of a longer value, reading gives so many characters.
+constexpr std::size_t kMostCharacters = 254;
+
 // Each of these two opens the file and is complete in itself.
 
 // The value, or `fallback` when the file, the section or the key is missing or the file cannot be read. Of either, the
-// first 254 characters at most. `failure`, if given, becomes the reason why a file that is there could not be read.
+// first kMostCharacters.
 std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
-                    std::string_view fallback, std::error_code* failure = nullptr);
+                    std::string_view fallback);
 
-// Returns whether the value was written. A failure is silent and leaves the file as it was.
-bool WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value);
+// Creates the file when it is missing. A failure is silent and leaves the file as it was; one that is there but cannot
+// be read is never replaced.
+void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value);
 
-// A profile file whose changes reach the disk together: read once, changed in memory, replaced once.
+// A profile file that is read once, answers from memory, and is replaced once.
 class WholeINI {
  public:
   explicit WholeINI(platform::HostPath file);
 
   // As ReadINI and WriteINI, on the text in memory.
-  std::string Read(std::string_view section, std::string_view key, std::string_view fallback) const;
+  std::string Read(std::string_view section, std::string_view key, std::string_view fallback);
   void Write(std::string_view section, std::string_view key, std::string_view value);
 
-  // A failure is silent and leaves the file as it was. Nothing is done when nothing was written, nor when the file is
-  // there but could not be read.
-  void Save() const;
+  // Why the file, which is there, could not be read.
+  std::error_code Unread() const { return unread_; }
+  const platform::HostPath& File() const { return file_; }
+
+  // Replaces the file, where something was written. What could not be read may not be saved.
+  std::error_code Save();
 
  private:
   platform::HostPath file_;
-  std::string text_;
-  bool maySave_ = false;
+  std::error_code unread_;
+  platform::ProfileText text_;
   bool isChanged_ = false;
 };
 

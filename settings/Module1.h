@@ -4,78 +4,72 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 
-#include "platform/paths.h"
+#include "settings/file_failure.h"
 
 // The accessors of the two profile files beside the executable: the settings file Ulvane.ini (settings/schema.h says
-// what it holds), and Make.ini, which is only read. Nothing is cached: every call reads the file as it is, or replaces
-// it, once, but within a WholeChange. None reports a failure.
+// what it holds), and Make.ini, which is only read. Each call is complete in itself: it reads the file as it is, or
+// replaces it, once, and reports no failure. A Reading or a Change only says where they look meanwhile.
 namespace Module1 {
 
 std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback);
 void PutSetting(std::string_view section, std::string_view key, std::string_view value);
 std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback);
 
-// A command writes what follows from what it has read, and each of its steps stands on the last. Where a read or a
-// write fails, the rest has lost its ground: a count that could not be read is not 0, and a list must not move up over
-// an entry that did not. So while one lives, the first failure ends the writing, and the file stays as the last step
-// that succeeded left it. They may nest; the innermost counts.
-class Command {
+// While one lives, the accessors answer from one reading of each file, made when it begins (of Make.ini, when it is
+// first asked for) and forgotten when it ends. For an operation that needs several values. One within another, or
+// within a Change, is the same reading. Settings are not written in a reading.
+class Reading {
  public:
-  Command();
-  ~Command();
-  Command(const Command&) = delete;
-  Command& operator=(const Command&) = delete;
-  Command(Command&&) = delete;
-  Command& operator=(Command&&) = delete;
-
-  struct Unread {
-    platform::HostPath file;
-    std::error_code reason;
-  };
-  // The first of the two files that was there and could not be read; nothing when all went well.
-  const std::optional<Unread>& FirstUnread() const { return state_.unread; }
-
-  struct State {
-    std::optional<Unread> unread;
-    bool mayWrite = true;
-  };
+  Reading();
+  ~Reading();
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+  Reading(Reading&&) = delete;
+  Reading& operator=(Reading&&) = delete;
 
  private:
-  State state_;
-  State* outer_;
+  bool isOutermost_;
 };
 
-// While one lives, GetSetting and PutSetting, and all that stands on them, work on the settings file's text in memory;
-// at its end the file is replaced once. So all settings of a change reach the disk, or none. There is one at a time.
-class WholeChange {
+// What keeps the settings file, or Make.ini where the reading has asked for it, from being read although it is there;
+// nothing when all is well.
+std::optional<FileFailure> Unread();
+
+// A reading whose settings may be written to. What was written reaches the file in one replacement, or not at all: for
+// every command that writes. Begins outside of any other reading.
+class Change {
  public:
-  WholeChange();
-  ~WholeChange();
-  WholeChange(const WholeChange&) = delete;
-  WholeChange& operator=(const WholeChange&) = delete;
-  WholeChange(WholeChange&&) = delete;
-  WholeChange& operator=(WholeChange&&) = delete;
+  Change();
+  ~Change();
+  Change(const Change&) = delete;
+  Change& operator=(const Change&) = delete;
+  Change(Change&&) = delete;
+  Change& operator=(Change&&) = delete;
+
+  // Replaces the settings file where something was written, and says what kept it from that, or from being read; then
+  // the file is as it was. From here on the accessors answer from what the file now holds. Without it, what was written
+  // is dropped.
+  [[nodiscard]] static std::optional<FileFailure> Save();
 };
 
-// The stored number; `fallback` where it is missing or not a whole number of 32 bits. Returned in 64 bits, so that
-// counting up to the largest one ends.
+// The stored number; `fallback` where it is missing or not a whole number of 32 bits.
 std::int64_t GetNumber(std::string_view section, std::string_view key, std::int32_t fallback);
 std::int64_t GetMakeNumber(std::string_view section, std::string_view key, std::int32_t fallback);
 void PutNumber(std::string_view section, std::string_view key, std::int64_t number);
 
-// The number of registered games: kNoGameCount where none was stored yet, 0 where what is stored is not a whole number,
-// so that a damaged count is never taken for a first start.
-constexpr std::int64_t kNoGameCount = -1;
+// How many games, mods of a game, and folders of a mod there are. A count that is there but is no whole number, or
+// above 32,767, is damaged: it reads as the number of entries that follow each other from 1, so that nothing new is
+// written over one of them.
+constexpr std::int64_t kNoGameCount = -1;  // none was stored yet
 std::int64_t GameCount();
+std::int64_t ModCount(std::string_view game);
+std::int64_t DirCount(std::string_view modSection);
 
 std::string GameName(std::int64_t game);
 std::string GamePath(std::string_view game);  // a Windows path
-std::int64_t ModCount(std::string_view game);
 
 // The number of the first mod of `game` that is called `name`, every character compared; kNoMod when there is none.
-// Reads one setting per mod.
 constexpr std::int64_t kNoMod = -1;
 std::int64_t FindMod(std::string_view game, std::string_view name);
 

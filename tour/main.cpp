@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/code_page.h"
 #include "platform/paths.h"
 #include "support/own_folder.h"
 #include "support/user.h"
@@ -19,11 +20,20 @@ namespace fs = std::filesystem;
 using support::Key;
 using support::User;
 
+// What is printed is UTF-8, on both systems; the tool's own text and files are in the code page.
+void Print(const std::string& text) {
+  const std::u8string utf8 = fs::path(platform::ToUtf16(text)).u8string();
+  std::fputs(std::string(utf8.begin(), utf8.end()).c_str(), stdout);
+  std::fflush(stdout);
+}
+
 fs::path BesideTheTour(const char* name) { return platform::BesideExecutable(name).text; }
+
+fs::path Away(fs::path file) { return file += ".away"; }
 
 class Tour {
  public:
-  Tour(User& user, fs::path game, fs::path pictures)
+  Tour(const User& user, fs::path game, fs::path pictures)
       : user_(user), game_(std::move(game)), pictures_(std::move(pictures)) {}
 
   void Go() {
@@ -37,10 +47,7 @@ class Tour {
   }
 
  private:
-  static void Say(const std::string& sentence) {
-    std::printf("  %s\n", sentence.c_str());
-    std::fflush(stdout);
-  }
+  static void Say(const std::string& sentence) { Print("  " + sentence + "\n"); }
 
   void SayLists() {
     const auto listed = [this](const char* list) {
@@ -161,12 +168,24 @@ class Tour {
   void FailToWrite() {
     Say("Take the header template away; click on 'Big Armies', then on '<'.");
     const fs::path header = BesideTheTour("HEADER");
-    fs::rename(header, fs::path(header).replace_extension("away"));
+    fs::rename(header, Away(header));
     user_.ClickEntry("lstActive", "Big Armies");
     user_.Click("cmdDeactivate1");
     Answer("message-module-file", "OK");
-    fs::rename(fs::path(header).replace_extension("away"), header);
-    Say("Put it back, and activate 'Big Armies' again.");
+    fs::rename(Away(header), header);
+    Say("Put it back. Put a folder in the place of the settings; click on 'Big Armies', then on '>'.");
+    const fs::path settings = BesideTheTour("Ulvane.ini");
+    user_.ClickEntry("lstNotActive", "Big Armies");
+    fs::rename(settings, Away(settings));
+    fs::create_directory(settings);
+    user_.Click("cmdActivate1");
+    Answer("message-settings", "OK");
+    Picture("settings-unread");
+    fs::remove(settings);
+    fs::rename(Away(settings), settings);
+    Say("Put them back, and activate 'Big Armies' again.");
+    user_.GoTo("lstGame");
+    user_.Press(Key::Tab);
     user_.Click("cmdActivateAll");
     SayLists();
   }
@@ -181,13 +200,14 @@ class Tour {
     user_.Click("OKButton");
   }
 
-  User& user_;
+  User user_;
   fs::path game_;
   fs::path pictures_;
 };
 
 void Show(const fs::path& file) {
-  std::printf("\n%s:\n\n%s", file.filename().string().c_str(), support::ReadFile(file).c_str());
+  std::printf("\n%s:\n\n", file.filename().string().c_str());
+  Print(support::ReadFile(file));
 }
 
 }  // namespace

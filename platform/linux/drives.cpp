@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -20,14 +21,25 @@ namespace {
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool IsFolder(const std::string& path) {
-  struct stat status = {};
-  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+// No failure for what is there, be it a link that leads nowhere; errc::no_such_file_or_directory for what is known to
+// be missing.
+std::error_code Result(bool isThere) {
+  if (isThere) return {};
+  return {errno == ENOTDIR ? ENOENT : errno, std::generic_category()};
 }
 
-bool Exists(const std::string& path) {
+std::error_code Look(const std::string& path) {
   struct stat status = {};
-  return lstat(path.c_str(), &status) == 0;
+  return Result(lstat(path.c_str(), &status) == 0);
+}
+
+bool IsMissing(const std::error_code& result) { return result == std::errc::no_such_file_or_directory; }
+
+// Also where the system does not tell.
+bool MayBeFolder(const std::string& path) {
+  struct stat status = {};
+  const auto result = Result(stat(path.c_str(), &status) == 0);
+  return result ? !IsMissing(result) : S_ISDIR(status.st_mode);
 }
 
 std::string HomeFolder() {
@@ -50,19 +62,24 @@ std::string Joined(std::string folder, std::string_view name) {
   return folder.append(name);
 }
 
-// The first name in the folder, by byte order, that is `name` but for the letter case.
-std::optional<std::string> OtherSpelling(const std::string& folder, std::string_view name) {
+// Gives `name` the spelling that it has in the folder: its own, or else that of the first name, by byte order, that is
+// the same but for the letter case.
+std::error_code SpellIn(const std::string& folder, std::string& name) {
+  std::error_code result = Look(Joined(folder, name));
   const auto wanted = FromUtf8Exactly(name);
-  if (!wanted) return std::nullopt;
+  if (!IsMissing(result) || !wanted) return result;
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
-  std::optional<std::string> found;
-  for (const dirent* entry = nullptr; entries && (entry = readdir(entries.get())) != nullptr;) {
+  if (!entries) return Result(false);
+  const dirent* entry = nullptr;
+  for (errno = 0; (entry = readdir(entries.get())) != nullptr; errno = 0) {
     const std::string_view spelling = entry->d_name;
-    if (found && *found < spelling) continue;
+    if (!result && name < spelling) continue;
     const auto text = FromUtf8Exactly(spelling);
-    if (text && SameName(*text, *wanted)) found = spelling;
+    if (!text || !SameName(*text, *wanted)) continue;
+    name = spelling;
+    result = {};
   }
-  return found;
+  return errno == 0 ? result : Result(false);
 }
 
 std::string WithoutEndingSlash(std::string path) {
@@ -94,19 +111,20 @@ std::vector<std::string> Forms(const std::string& path) {
 
 std::optional<HostPath> PrefixFolder() {
   std::string folder = BesideExecutable("").text;
+  if (!folder.starts_with('/')) return std::nullopt;
   while (!folder.empty()) {
     folder.resize(folder.rfind('/'));
-    if (Exists(folder + "/system.reg")) return HostPath{folder};
+    if (!IsMissing(Look(folder + "/system.reg"))) return HostPath{folder};
   }
   const std::string inHome = HomeFolder() + "/.wine";
-  if (IsFolder(inHome)) return HostPath{inHome};
+  if (MayBeFolder(inHome)) return HostPath{inHome};
   return std::nullopt;
 }
 
 std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char letter) {
   if (prefix) {
     const std::string link = prefix->text + "/dosdevices/" + letter + ":";
-    if (IsFolder(link)) return HostPath{link};
+    if (MayBeFolder(link)) return HostPath{link};
     if (letter == 'c') return HostPath{prefix->text + "/drive_c"};
   }
   if (letter == 'z') return HostPath{"/"};
@@ -162,26 +180,30 @@ std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, c
   return std::string(1, static_cast<char>(letter - 0x20)) + ":\\" + *text;
 }
 
-HostPath AsSpelledOnDisk(const HostPath& path) {
-  if (Exists(path.text)) return path;
+std::error_code SpellAsOnDisk(HostPath& path) {
+  std::error_code result = Look(path.text);
+  if (!IsMissing(result)) return result;
+  result = {};
   std::string spelled = "/";
   std::string_view rest = path.text;
   const bool isFolder = rest.ends_with('/');
-  bool isThere = true;
   while (!rest.empty()) {
     rest.remove_prefix(std::min(rest.find_first_not_of('/'), rest.size()));
-    const std::string_view name = rest.substr(0, rest.find('/'));
+    std::string name(rest.substr(0, rest.find('/')));
     rest.remove_prefix(name.size());
-    std::string next = Joined(spelled, name);
-    if (isThere && !name.empty() && !Exists(next)) {
-      const auto other = OtherSpelling(spelled, name);
-      isThere = other.has_value();
-      if (other) next = Joined(spelled, *other);
-    }
-    if (!name.empty()) spelled = std::move(next);
+    if (name.empty()) break;
+    if (!result) result = SpellIn(spelled, name);
+    if (result && !IsMissing(result)) return result;
+    spelled = Joined(std::move(spelled), name);
   }
-  if (isFolder) spelled = Joined(std::move(spelled), "");
-  return {spelled};
+  path.text = isFolder ? Joined(std::move(spelled), "") : std::move(spelled);
+  return {};
+}
+
+HostPath AsSpelledOnDisk(const HostPath& path) {
+  HostPath spelled = path;
+  [[maybe_unused]] const auto untold = SpellAsOnDisk(spelled);
+  return spelled;
 }
 
 }  // namespace platform

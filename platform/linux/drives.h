@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/paths.h"
@@ -10,7 +11,8 @@
 // but PrefixFolder take the prefix, so that they can be tried on any folder.
 namespace platform {
 
-// The prefix that holds the running executable, or else the one in the user's home folder; nothing when there is none.
+// The prefix that holds the running executable, or else the one in the user's home folder; nothing when there is none,
+// or where the executable is could not be found out.
 std::optional<HostPath> PrefixFolder();
 
 struct Drive {
@@ -19,7 +21,8 @@ struct Drive {
 };
 
 // The folder of one drive. A letter is the link that the prefix's `dosdevices` has for it; without one, c: is the
-// prefix's `drive_c` and z: is the root folder. Without a prefix there is z: alone.
+// prefix's `drive_c` and z: is the root folder. Without a prefix there is z: alone. A link that the system does not
+// tell about is the drive all the same, so that what is below it fails for the true reason rather than being elsewhere.
 std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char letter);
 
 std::vector<Drive> Drives(const std::optional<HostPath>& prefix);
@@ -28,5 +31,9 @@ std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::st
 
 // `path` is absolute.
 std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path);
+
+// AsSpelledOnDisk for those who must not take what the disk does not tell for missing: then says why, and leaves the
+// path as it is.
+std::error_code SpellAsOnDisk(HostPath& path);
 
 }  // namespace platform

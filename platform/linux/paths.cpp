@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <memory>
 
@@ -30,7 +31,7 @@ HostPath BesideExecutable(std::string_view name) {
   std::array<char, PATH_MAX> buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the next line
   const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size());
   const std::string_view executable(buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-  const std::string_view folder = executable.substr(0, executable.rfind('/') + 1);
+  const std::string_view folder = length > 0 ? executable.substr(0, executable.rfind('/') + 1) : "./";
   HostPath path;
   path.text.reserve(folder.size() + name.size());
   path.text += folder;
@@ -51,10 +52,12 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(AsSpelledOnDisk(*path).text.c_str()), closedir);
   if (!entries) return std::nullopt;
   std::vector<std::string> names;
-  while (const dirent* const entry = readdir(entries.get())) {
+  const dirent* entry = nullptr;
+  for (errno = 0; (entry = readdir(entries.get())) != nullptr; errno = 0) {
     if (entry->d_name[0] == '.' || !IsFolder(dirfd(entries.get()), *entry)) continue;
     if (auto name = FromUtf8Exactly(entry->d_name)) names.push_back(*std::move(name));
   }
+  if (errno != 0) return std::nullopt;
   std::ranges::sort(names, ComesBefore);
   return names;
 }

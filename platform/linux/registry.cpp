@@ -1,6 +1,7 @@
 #include "platform/registry.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <span>
 #include <string>
 
@@ -22,7 +23,8 @@ std::int32_t RegOpenKeyExA(std::int32_t root, std::string_view keyName, std::uin
   if (root != kHkeyLocalMachine) return kErrorFileNotFound;
   const auto prefix = PrefixFolder();
   if (!prefix) return kErrorFileNotFound;
-  FileBytes file;
+  constexpr std::size_t kMost = std::size_t{256} * 1024 * 1024;  // a full prefix has tens of megabytes
+  FileBytes file(kMost);
   if (file.Read(HostPath{prefix->text + "/system.reg"})) return kErrorFileNotFound;
   const auto lines = FindRegistryKey(file.View(), keyName);
   if (!lines) return kErrorFileNotFound;

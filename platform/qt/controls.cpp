@@ -80,9 +80,13 @@ std::string DropDownList::Text() const { return FromQt(native_->currentText()); 
 
 void DropDownList::OnValidate(std::function<void()> handler) const { native_->onValidate = std::move(handler); }
 
-void ListBox::Clear() const { native_->clear(); }
-
-void ListBox::Add(std::string_view entry) const { native_->addItem(ToQt(entry)); }
+void ListBox::Fill(const std::vector<std::string>& entries) const {
+  QStringList texts;
+  texts.reserve(static_cast<qsizetype>(entries.size()));
+  for (const std::string& entry : entries) texts.push_back(ToQt(entry));
+  native_->clear();
+  native_->addItems(texts);
+}
 
 int ListBox::Count() const { return native_->count(); }
 
@@ -112,6 +116,8 @@ std::vector<std::string> ListBox::SelectedTexts() const {
 }
 
 void ListBox::SetEmptyText(std::string_view text) const { native_->emptyText = ToQt(text); }
+
+void ListBox::ShowNow() const { native_->viewport()->repaint(); }
 
 std::string TextBox::Text() const { return FromQt(native_->text()); }
 

@@ -105,12 +105,16 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
 
     const HostPath chosen = FromQtPath(dialog.selectedFiles().front());
-    if (auto path = ToWindowsPath(chosen)) {
-      std::string name = path->substr(path->rfind('\\') + 1);
+    auto path = ToWindowsPath(chosen);
+    const std::size_t folderLength = path ? path->rfind('\\') + 1 : 0;
+    if (path && folderLength <= settings.longestFolder) {
+      std::string name = path->substr(folderLength);
       return ChosenFile{*std::move(path), std::move(name)};
     }
-    MsgBox(Shown(chosen) + " cannot be used: its path has characters that the game's own files cannot spell.",
-           Buttons::Ok, Icon::Exclamation, settings.title);
+    const std::string reason =
+        path ? "the path of its folder has more than " + std::to_string(settings.longestFolder) + " characters."
+             : "its path has characters that the game's own files cannot spell.";
+    MsgBox(Shown(chosen) + " cannot be used: " + reason, Buttons::Ok, Icon::Exclamation, settings.title);
   }
 }
 

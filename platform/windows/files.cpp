@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,8 +15,9 @@ namespace platform {
 namespace {
 
 // Beside the file that it is about to replace. Not made from that file's name, which may already be as long as names
-// can be; one left behind by a crash is taken over by the next write.
-constexpr std::wstring_view kNewFileName = L".gantrel-new";
+// can be; one left behind by a crash is taken over by the next write. The others are for a folder in which something
+// that cannot be removed has the first.
+constexpr std::array<std::wstring_view, 3> kNewFileNames = {L".gantrel-new", L".gantrel-new2", L".gantrel-new3"};
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
@@ -24,6 +27,7 @@ std::error_code ToError(DWORD code) {
   const std::error_code error(static_cast<int>(code), std::system_category());
   if (code == ERROR_SUCCESS) return {};
   if (code == ERROR_INVALID_NAME) return std::make_error_code(std::errc::no_such_file_or_directory);
+  if (code == ERROR_BUSY) return FileRefusal::Busy;
   if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION) return error;
   const std::error_condition common = error.default_error_condition();
   if (common.category() != std::generic_category()) return error;
@@ -37,15 +41,24 @@ bool IsHeld(DWORD code) {
          code == ERROR_DELETE_PENDING;
 }
 
-// The result of `attempt`, tried again for a sixth of a second while `isMomentary` says so of its result.
+// Not every system and disk knows how to do it.
+bool IsUnknown(DWORD code) {
+  return code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_FUNCTION || code == ERROR_INVALID_PARAMETER;
+}
+
+constexpr DWORD kPatience = 150;             // milliseconds
+constexpr DWORD kPatienceForWriters = 5000;  // other programs of ours, which write to the disk meanwhile
+
+// The result of `attempt`, tried again while `isMomentary` says so of its result.
 template <typename Attempt>
-DWORD Retried(Attempt attempt, bool (*isMomentary)(DWORD)) {
-  for (const DWORD milliseconds : {10UL, 20UL, 40UL, 80UL}) {
-    const DWORD code = attempt();
-    if (!isMomentary(code)) return code;
-    Sleep(milliseconds);
+DWORD Retried(Attempt attempt, bool (*isMomentary)(DWORD), DWORD patience = kPatience) {
+  DWORD code = attempt();
+  for (DWORD pause = 10; patience > 0 && isMomentary(code); pause = std::min(2 * pause, patience)) {
+    Sleep(pause);
+    patience -= pause;
+    code = attempt();
   }
-  return attempt();
+  return code;
 }
 
 DWORD ResultOf(BOOL hasWorked) { return hasWorked != 0 ? ERROR_SUCCESS : GetLastError(); }
@@ -53,10 +66,10 @@ DWORD ResultOf(BOOL hasWorked) { return hasWorked != 0 ? ERROR_SUCCESS : GetLast
 // An open file, closed with it. What can fail gives the system's number.
 class File {
  public:
-  File(const std::wstring& path, DWORD access, DWORD disposition, DWORD attributes) {
+  File(const std::wstring& path, DWORD access, DWORD disposition, DWORD attributes, DWORD share = kShareAll) {
     openFailure_ = Retried(
         [&] {
-          handle_ = CreateFileW(path.c_str(), access, kShareAll, nullptr, disposition, attributes, nullptr);
+          handle_ = CreateFileW(path.c_str(), access, share, nullptr, disposition, attributes, nullptr);
           return ResultOf(IsOpen());
         },
         IsHeld);
@@ -72,9 +85,6 @@ class File {
   bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
   HANDLE Handle() const { return handle_; }
   DWORD OpenFailure() const { return openFailure_; }
-
-  // Also tells a write that failed late, on a network.
-  DWORD Close() { return ResultOf(CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE))); }
 
   // Up to `size` bytes, fewer only at the file's end. `count` is how many there were.
   DWORD Read(char* room, std::size_t size, std::size_t& count) const {
@@ -109,7 +119,7 @@ class File {
 
 // What is refused before a byte is read or written: folders and devices.
 std::error_code CheckIsFile(const File& file, BY_HANDLE_FILE_INFORMATION& information) {
-  if (GetFileType(file.Handle()) != FILE_TYPE_DISK) return std::make_error_code(std::errc::invalid_argument);
+  if (GetFileType(file.Handle()) != FILE_TYPE_DISK) return FileRefusal::NotOrdinary;
   if (GetFileInformationByHandle(file.Handle(), &information) == 0) return ToError(GetLastError());
   if ((information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
     return std::make_error_code(std::errc::is_a_directory);
@@ -117,17 +127,18 @@ std::error_code CheckIsFile(const File& file, BY_HANDLE_FILE_INFORMATION& inform
   return {};
 }
 
-// The file itself, at the end of all links. `path` as given when there is no link, or none that can be followed.
-std::wstring FollowLinks(std::wstring path, DWORD attributes) {
-  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return path;
+// Makes `path` that of the file itself, at the end of all links.
+DWORD FollowLinks(std::wstring& path) {
   const File file(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-  if (!file.IsOpen()) return path;
+  if (!file.IsOpen()) return file.OpenFailure();
   constexpr DWORD kLongestPath = 32768;
   std::wstring target(kLongestPath, L'\0');
   const DWORD length = GetFinalPathNameByHandleW(file.Handle(), target.data(), kLongestPath, FILE_NAME_NORMALIZED);
-  if (length == 0 || length >= kLongestPath) return path;
+  if (length == 0) return GetLastError();
+  if (length >= kLongestPath) return ERROR_FILENAME_EXCED_RANGE;
   target.resize(length);
-  return target;
+  path = std::move(target);
+  return ERROR_SUCCESS;
 }
 
 // Who may do what with the file, as the system keeps it; empty on disks that keep no such thing.
@@ -152,31 +163,67 @@ DWORD GiveWhatIsKept(const File& file, const std::wstring& path, Kept& kept) {
   return ResultOf(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, kept.accessRights.data()));
 }
 
-// The system's own ReplaceFile keeps as much, but moves the old file away before the new one takes its name: for a
-// moment, and after a crash for good, there would be nothing under the name. One renaming over the old file has no such
-// moment. A file that another program has open is refused with "access denied" as well.
-DWORD TakeTheName(const std::wstring& newPath, const std::wstring& path) {
+// A file that nobody else may write, rename or remove while it is open. What is found under its name was left behind,
+// or it could not be removed.
+DWORD CreateNewFile(const std::wstring& folder, DWORD attributes, std::optional<File>& file, std::wstring& path) {
+  DWORD failure = ERROR_SUCCESS;
+  for (const std::wstring_view name : kNewFileNames) {
+    path = std::wstring(folder).append(name);
+    const auto create = [&] {
+      const DWORD removal = ResultOf(DeleteFileW(path.c_str()));
+      if (IsHeld(removal)) return removal;
+      file.emplace(path, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
+      const bool wasOvertaken = file->OpenFailure() == ERROR_FILE_EXISTS && removal != ERROR_ACCESS_DENIED;
+      return wasOvertaken ? ERROR_SHARING_VIOLATION : file->OpenFailure();
+    };
+    failure = Retried(create, IsHeld, kPatienceForWriters);
+    if (failure != ERROR_FILE_EXISTS) break;
+  }
+  return IsHeld(failure) ? ERROR_BUSY : failure;
+}
+
+// One renaming over the old file. The system's own ReplaceFile keeps as much, but moves the old file away before the
+// new one takes its name: for a moment, and after a crash for good, there would be nothing under the name. It is the
+// open file that is renamed, not whatever has its name by then. The newer way also replaces what others are reading;
+// not all systems and disks have it. A file that another program has open is refused with "access denied" as well.
+DWORD TakeTheName(const File& file, const std::wstring& path) {
+  constexpr auto kNewerWay = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);  // FileRenameInfoEx
+  constexpr DWORD kReplaceEvenOpen = 3;  // FILE_RENAME_FLAG_REPLACE_IF_EXISTS | FILE_RENAME_FLAG_POSIX_SEMANTICS
+  const std::size_t size = sizeof(FILE_RENAME_INFO) + path.size() * sizeof(wchar_t);
+  std::vector<std::byte> room(size);
+  auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
+  info->FileNameLength = static_cast<DWORD>(path.size() * sizeof(wchar_t));
+  std::ranges::copy(path, info->FileName);
+  const auto rename = [&](FILE_INFO_BY_HANDLE_CLASS way, DWORD flags) {
+    std::memcpy(info, &flags, sizeof flags);  // older headers know no flags here
+    return ResultOf(SetFileInformationByHandle(file.Handle(), way, info, static_cast<DWORD>(size)));
+  };
   return Retried(
       [&] {
-        return ResultOf(MoveFileExW(newPath.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+        const DWORD failure = rename(kNewerWay, kReplaceEvenOpen);
+        return IsUnknown(failure) ? rename(FileRenameInfo, TRUE) : failure;
       },
       [](DWORD code) { return IsHeld(code) || code == ERROR_ACCESS_DENIED; });
 }
 
+// The open file itself; it is gone when it is closed.
+void Remove(const File& file) {
+  FILE_DISPOSITION_INFO removal = {TRUE};
+  SetFileInformationByHandle(file.Handle(), FileDispositionInfo, &removal, sizeof removal);
+}
+
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
 DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, Kept* kept) {
-  std::wstring newPath = path.substr(0, path.rfind(L'\\') + 1).append(kNewFileName);
-  SetFileAttributesW(newPath.c_str(), FILE_ATTRIBUTE_NORMAL);
-  DeleteFileW(newPath.c_str());
-  File file(newPath, GENERIC_WRITE, CREATE_NEW, kept != nullptr ? kept->attributes : FILE_ATTRIBUTE_NORMAL);
-  if (!file.IsOpen()) return file.OpenFailure();
-  DWORD failure = file.Write(bytes);
-  if (failure == ERROR_SUCCESS && kept != nullptr) failure = GiveWhatIsKept(file, newPath, *kept);
-  if (failure == ERROR_SUCCESS) failure = file.Flush();
-  const DWORD late = file.Close();
-  if (failure == ERROR_SUCCESS) failure = late;
-  if (failure == ERROR_SUCCESS) failure = TakeTheName(newPath, path);
-  if (failure != ERROR_SUCCESS) DeleteFileW(newPath.c_str());
+  std::optional<File> file;
+  std::wstring newPath;
+  const DWORD attributes = kept != nullptr ? kept->attributes : FILE_ATTRIBUTE_NORMAL;
+  DWORD failure = CreateNewFile(path.substr(0, path.rfind(L'\\') + 1), attributes, file, newPath);
+  if (failure != ERROR_SUCCESS) return failure;
+  failure = file->Write(bytes);
+  if (failure == ERROR_SUCCESS && kept != nullptr) failure = GiveWhatIsKept(*file, newPath, *kept);
+  if (failure == ERROR_SUCCESS) failure = file->Flush();
+  if (failure == ERROR_SUCCESS) failure = TakeTheName(*file, path);
+  if (failure != ERROR_SUCCESS) Remove(*file);
   return failure;
 }
 
@@ -203,42 +250,51 @@ std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes)
 // Whether a file could not be replaced for a reason that does not keep it from being written itself: its folder takes
 // no new file, another program holds its name, or the disk cannot give a new file the old one's access rights.
 bool OnlyTheExchangeWasRefused(DWORD code) {
-  constexpr std::array<DWORD, 5> kCodes = {ERROR_ACCESS_DENIED, ERROR_PRIVILEGE_NOT_HELD, ERROR_INVALID_OWNER,
-                                           ERROR_NOT_SUPPORTED, ERROR_INVALID_FUNCTION};
-  return IsHeld(code) || std::ranges::find(kCodes, code) != kCodes.end();
+  return IsHeld(code) || IsUnknown(code) || code == ERROR_ACCESS_DENIED || code == ERROR_PRIVILEGE_NOT_HELD ||
+         code == ERROR_INVALID_OWNER;
 }
 
 }  // namespace
 
 std::error_code FileBytes::Read(const HostPath& path) {
   bytes_ = {};
+  if (!IsAbsolute(path)) return FileRefusal::FolderUnknown;
   const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // which opens folders, too
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   BY_HANDLE_FILE_INFORMATION information = {};
   if (const auto failure = CheckIsFile(file, information)) return failure;
 
-  const auto size =
-      static_cast<std::size_t>(std::uint64_t{information.nFileSizeHigh} << 32U | information.nFileSizeLow);
-  if (size > room_.size()) largeRoom_ = std::make_unique_for_overwrite<char[]>(size);
-  char* const room = largeRoom_ ? largeRoom_.get() : room_.data();
+  char* room = room_.data();
   std::size_t count = 0;
-  if (const DWORD failure = file.Read(room, size, count)) return ToError(failure);
+  if (const DWORD failure = file.Read(room, room_.size(), count)) return ToError(failure);
+  if (count == room_.size()) {
+    largeRoom_ = std::make_unique_for_overwrite<char[]>(most_ + 1);
+    std::copy_n(room, count, largeRoom_.get());
+    room = largeRoom_.get();
+    std::size_t more = 0;
+    if (const DWORD failure = file.Read(room + count, most_ + 1 - count, more)) return ToError(failure);
+    count += more;
+    if (count > most_) return FileRefusal::TooLarge;
+  }
   bytes_ = {room, count};
   return {};
 }
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.
 std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
-  const std::wstring named = ToSystem(AsSpelledOnDisk(path));
-  if (IsDevice(named)) return std::make_error_code(std::errc::invalid_argument);
-  const DWORD attributes = GetFileAttributesW(named.c_str());
+  if (!IsAbsolute(path)) return FileRefusal::FolderUnknown;
+  std::wstring target = ToSystem(AsSpelledOnDisk(path));
+  if (IsDevice(target)) return FileRefusal::NotOrdinary;
+  const DWORD attributes = GetFileAttributesW(target.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     const DWORD code = GetLastError();
-    return ToError(code == ERROR_FILE_NOT_FOUND ? ReplaceByRenaming(named, bytes, nullptr) : code);
+    return ToError(code == ERROR_FILE_NOT_FOUND ? ReplaceByRenaming(target, bytes, nullptr) : code);
   }
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::make_error_code(std::errc::is_a_directory);
+  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    if (const DWORD failure = FollowLinks(target)) return ToError(failure);
+  }
 
-  const std::wstring target = FollowLinks(named, attributes);
   Kept kept;
   {
     const File old(target, GENERIC_WRITE | FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);

@@ -65,7 +65,8 @@ std::size_t EndOfRoot(std::wstring_view path) {
   return end;
 }
 
-// `folder`, which ends in a separator, with the name behind it as it is spelled there; as given when it is not there.
+// `folder`, which ends in a separator, with the name behind it as it is spelled there; as given when it is not there,
+// or when the system does not tell, which then finds the file all the same.
 std::wstring Spelling(std::wstring folder, const std::wstring& name) {
   const std::wstring path = folder + name;
   WIN32_FIND_DATAW entry = {};
@@ -87,6 +88,8 @@ bool IsDrive(char letter) {
 
 }  // namespace
 
+bool IsAbsolute(const HostPath& path) { return path.text.starts_with(kShare) || path.text.find(L":\\") == 1; }
+
 std::wstring ToSystem(const HostPath& path) {
   std::wstring whole = AskForText(
       [&path](wchar_t* room, DWORD size) { return GetFullPathNameW(path.text.c_str(), size, room, nullptr); });
@@ -102,6 +105,7 @@ bool IsDevice(std::wstring_view systemPath) { return systemPath.starts_with(kDev
 HostPath BesideExecutable(std::string_view name) {
   std::wstring path = AskForText([](wchar_t* room, DWORD size) { return GetModuleFileNameW(nullptr, room, size); });
   path.resize(path.rfind(L'\\') + 1);
+  if (path.empty()) path = L".\\";
   path += ToWide(ToUtf16(name));
   std::ranges::replace(path, L'/', L'\\');
   return {path};
@@ -164,6 +168,7 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
     if (!IsOffered(folder, entry)) continue;
     if (auto name = FromUtf16Exactly(ToUnits(entry.cFileName))) names.push_back(*std::move(name));
   } while (FindNextFileW(find.get(), &entry) != 0);
+  if (GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;
   std::ranges::sort(names, ComesBefore);
   return names;
 }

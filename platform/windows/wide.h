@@ -11,6 +11,9 @@ namespace platform {
 inline std::wstring ToWide(std::u16string_view text) { return {text.begin(), text.end()}; }
 inline std::u16string ToUnits(std::wstring_view text) { return {text.begin(), text.end()}; }
 
+// Whether the path says where it begins, and does not lead from the current folder.
+bool IsAbsolute(const HostPath& path);
+
 // The path in the form in which the system takes any length of it, whatever its settings: complete, with backslashes,
 // without "." and "..", and with the mark of a literal path where it is long.
 std::wstring ToSystem(const HostPath& path);

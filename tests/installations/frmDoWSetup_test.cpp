@@ -108,6 +108,7 @@ TEST_F(Setup, TheMainWindowIsOutOfUseUntilTheDialogHasEnded) {
     user.LookAt("frmMain");
     EXPECT_FALSE(user.IsInUse());
     user.Click("cmdGoToGames");
+    EXPECT_EQ(user.ActiveWindow(), "frmDoWSetup") << "it comes back in front of the window that covered it";
     user.CloseWindow();
     EXPECT_EQ(user.CountWindows("frmMain"), 1) << "it refuses to be closed";
     EXPECT_EQ(user.CountWindows("frmDoWSetup"), 1) << "and opens no second dialog";
@@ -196,25 +197,61 @@ TEST_F(Setup, NothingIsWrittenForACancelOrATakenName) {
   EXPECT_EQ(ReadFile(SettingsFile()), kTwoGames);
 }
 
-TEST_F(Setup, AFolderThatTheCodePageCannotSpellIsRefused) {
+TEST_F(Setup, AFolderThatTheSettingsCannotHoldIsRefused) {
   constexpr auto kSeparator = static_cast<char>(fs::path::preferred_separator);
-  const fs::path folder = DriveC() / u8"\u017Bycie";
-  WriteFile(folder / "W40k.exe", "");
+  const std::string tooLong(120, 'x');
+  struct Row {
+    fs::path folder;
+    std::string said;
+  };
+  const Row rows[] = {{DriveC() / u8"\u017Bycie", "?ycie" + std::string(1, kSeparator) + "W40k.exe cannot be used"},
+                      {DriveC() / tooLong / tooLong / "0123456789", "more than 254 characters"}};
+  for (const Row& row : rows) {
+    WriteFile(row.folder / "W40k.exe", "");
+    WriteFile(SettingsFile(), kTwoGames);
+    Use([&](User& user) {
+      Open(user);
+      user.Click("cmdnew");
+      user.Type("Third");
+      user.Press(Key::Enter);
+      Pick(user, row.folder / "W40k.exe");
+      ASSERT_TRUE(user.ShownMessage());
+      EXPECT_NE(user.ShownMessage()->text.find(row.said), std::string::npos) << user.ShownMessage()->text;
+      user.Answer("OK");
+      EXPECT_EQ(user.DialogTitle(), "Select DoW Path") << "the choice goes on";
+      user.Press(Key::Escape);
+    });
+    EXPECT_EQ(ReadFile(SettingsFile()), kTwoGames);
+  }
+}
+
+TEST_F(Setup, WhatAnotherProgramChangedMeanwhileStays) {
+  const std::string three = Text({"[Games]", "Count=3", "DoW1=New", "DoW2=First", "DoW3=Second"});
   WriteFile(SettingsFile(), kTwoGames);
   Use([&](User& user) {
     Open(user);
+    user.ClickEntry("lstGames", "First (C:\\)");
+    user.Click("cmdDelete");
+    WriteFile(SettingsFile(), three);
+    user.Answer("Yes");
+    EXPECT_EQ(ReadFile(SettingsFile()), With(With(three, "Count=3", "Count=2"), "DoW2=First", "DoW2=Second"));
+
     user.Click("cmdnew");
     user.Type("Third");
     user.Press(Key::Enter);
-    Pick(user, folder / "W40k.exe");
-    ASSERT_TRUE(user.ShownMessage());
-    EXPECT_NE(user.ShownMessage()->text.find("?ycie" + std::string(1, kSeparator) + "W40k.exe cannot be used"),
-              std::string::npos);
+    WriteFile(SettingsFile(), three);
+    Pick(user, elsewhere_);
+    EXPECT_EQ(user.Entries("lstGames"), (Names{"New (C:\\)", "First (C:\\)", "Second (C:\\)", "Third (" + onZ_ + ")"}));
+
+    user.Click("cmdnew");
+    user.Type("Fourth");
+    user.Press(Key::Enter);
+    const std::string taken = With(three, "DoW1=New", "DoW1=Fourth");
+    WriteFile(SettingsFile(), taken);
+    Pick(user, elsewhere_);
     user.Answer("OK");
-    EXPECT_EQ(user.DialogTitle(), "Select DoW Path") << "the choice goes on";
-    user.Press(Key::Escape);
+    EXPECT_EQ(ReadFile(SettingsFile()), taken) << "a name is given once";
   });
-  EXPECT_EQ(ReadFile(SettingsFile()), kTwoGames);
 }
 
 TEST_F(Setup, RemovingAGameMovesTheLaterOnesUpAndKeepsItsMods) {

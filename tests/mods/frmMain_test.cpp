@@ -82,7 +82,7 @@ TEST_F(MainWindow, WhatIsMissingOrDamagedReadsAsItsDefault) {
   const Row rows[] = {
       {"a game without a name is Unknown", Text({"[Games]", "Count=2", "DoW1=A"}), {"A", "Unknown"}, {}},
       {"no games", Text({"[Games]", "Count=0", "DoW1=A"}), {}, {}},
-      {"a damaged count is no game", Text({"[Games]", "Count=?", "DoW1=A"}), {}, {}},
+      {"a damaged count is no first start", Text({"[Games]", "Count=?", "DoW1=A"}), {"A"}, {}},
       {"a negative count is no game", Text({"[Games]", "Count=-3", "DoW1=A"}), {}, {}},
       {"a mod without a name is Unknown",
        Text({"[Games]", "Count=1", "DoW1=A", "[A]", "ModCount=2", "[A.2]", "Name=x"}),

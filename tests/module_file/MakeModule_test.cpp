@@ -40,7 +40,7 @@ TEST_F(ModuleWriter, OnlyModsWhoseFlagIsExactlyOneAreWritten) {
   WriteFile(SettingsFile(), With(With(FourMods(), "Name=Alpha\r\nActive=1", "Name=Alpha\r\nActive=2"),
                                  "Name=Gamma\r\nActive=1\r\nDirCount=2", "Name=Gamma\r\nActive=+1\r\nDirCount=none"));
   Write();
-  EXPECT_EQ(ReadFile(ModuleFile()), Module({}));
+  EXPECT_EQ(ReadFile(ModuleFile()), Module({"DataFolder.5 = GammaData", "DataFolder.6 = GammaSound"}));
 }
 
 TEST_F(ModuleWriter, MakeIniNamesTheFiles) {
@@ -93,6 +93,8 @@ TEST_F(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
   };
   const std::string folder = platform::Shown({(ExecutableFolder() / "").native()});
   const std::string module = "C:\\Games\\D\xF6W\\Ulvane.module";
+  // From the game's folder to the tool's.
+  const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
   const Row rows[] = {
       {"no header", [] { fs::remove(ExecutableFolder() / "HEADER"); }, folder + "HEADER could not be read",
        "No such file or directory"},
@@ -104,6 +106,16 @@ TEST_F(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
        "No such file or directory"},
       {"no drive", [] { WriteFile(SettingsFile(), With(FourMods(), "Path=C:", "Path=Q:")); },
        "Q:" + module.substr(2) + " could not be written", "No such device"},
+      {"the game's program",
+       [] {
+         WriteFile(GameFolder() / "W40k.exe", "MZ");
+         WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=w40K.EXE\n");
+       },
+       "C:\\Games\\D\xF6W\\w40K.EXE could not be written", "It is a program"},
+      {"the settings", [&] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=" + own + "ulvane.ini\n"); },
+       "C:\\Games\\D\xF6W\\" + own + "ulvane.ini could not be written", "It is one of Gantrel's own files"},
+      {"a template", [&] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=" + own + "FOOTER\n"); },
+       "C:\\Games\\D\xF6W\\" + own + "FOOTER could not be written", "It is one of Gantrel's own files"},
   };
   for (const Row& row : rows) {
     for (const char* const command : {"cmdActivate1", "cmdActivateAll"}) {

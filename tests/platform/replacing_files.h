@@ -23,6 +23,8 @@ class ReplacingFiles : public testing::Test {
     return platform::ReplaceFile({file.native()}, bytes);
   }
 
+  static std::error_code Read(const std::filesystem::path& file) { return platform::FileBytes().Read({file.native()}); }
+
   auto CountEntries() const {
     return std::distance(std::filesystem::directory_iterator(folder_), std::filesystem::directory_iterator());
   }

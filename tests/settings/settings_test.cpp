@@ -91,34 +91,81 @@ TEST_F(Settings, AFileThatCannotBeReadIsNeverReplaced) {
 }
 
 TEST_F(Settings, NumbersThatAreNoneReadAsTheDefault) {
-  WriteFile(SettingsFile(), "[A]\nModCount=\nDirCount=many\n[Games]\nCount=2x\n");
+  WriteFile(SettingsFile(), "[A]\nActive=many\n");
+  EXPECT_EQ(Module1::GetNumber("A", "Active", 7), 7);
   EXPECT_EQ(Module1::ModCount("A"), 0);
-  EXPECT_EQ(Module1::GetNumber("A", "DirCount", 7), 7);
-  EXPECT_EQ(Module1::GameCount(), 0) << "a damaged count is no first start";
-  WriteFile(SettingsFile(), "");
   EXPECT_EQ(Module1::GameCount(), Module1::kNoGameCount);
 }
 
-TEST_F(Settings, AWholeChangeReachesTheFileAtItsEnd) {
+TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
+  struct Row {
+    const char* count;
+    std::int64_t read;
+  };
+  for (const Row& row : {Row{"2", 2}, Row{" 5 ", 5}, Row{"0", 0}, Row{"-7", -7}, Row{"32767", 32767}, Row{"32768", 3},
+                         Row{"2147483647", 3}, Row{"four", 3}, Row{"4;", 3}, Row{"", 3}}) {
+    const std::string count = row.count;
+    WriteFile(SettingsFile(),
+              "[Games]\nCount=" + count + "\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=" + count +
+                  "\n[G.1]\nName=A\nDirCount=" + count +
+                  "\nDir1=a\nDir2=\nDir3=c\nDir5=e\n[G.2]\nActive=1\n[G.3]\nDirCount=0\n[G.5]\nName=E\n");
+    EXPECT_EQ(Module1::GameCount(), row.read) << count;
+    EXPECT_EQ(Module1::ModCount("G"), row.read) << count;
+    EXPECT_EQ(Module1::DirCount("G.1"), row.read) << count;
+  }
+}
+
+TEST_F(Settings, TextInUtf16IsNeitherReadNorWritten) {
+  for (const std::string& text : {std::string("\xFF\xFE[\0A\0]\0", 8), std::string("\xFE\xFF\0[\0A\0]", 8)}) {
+    WriteFile(SettingsFile(), text);
+    PutSetting("A", "x", "1");
+    EXPECT_EQ(ReadFile(SettingsFile()), text);
+    EXPECT_TRUE(Module1::Unread());
+  }
+}
+
+TEST_F(Settings, AReadingAnswersFromOneMoment) {
   WriteFile(SettingsFile(), "[A]\nx=1\n");
   {
-    const Module1::WholeChange change;
+    const Module1::Reading reading;
+    WriteFile(SettingsFile(), "[A]\nx=2\n");
+    {
+      const Module1::Reading within;
+      EXPECT_EQ(GetSetting("A", "x", ""), "1");
+    }
+    EXPECT_EQ(GetSetting("A", "x", ""), "1");
+  }
+  EXPECT_EQ(GetSetting("A", "x", ""), "2");
+}
+
+TEST_F(Settings, AChangeReachesTheFileWhenItIsSaved) {
+  WriteFile(SettingsFile(), "[A]\nx=1\n");
+  {
+    const Module1::Change change;
     PutSetting("A", "x", "2");
     PutSetting("B", "y", std::string(300, 'y'));
     EXPECT_EQ(GetSetting("A", "x", ""), "2");
     EXPECT_EQ(GetSetting("B", "y", ""), std::string(254, 'y'));
     EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=1\n");
+    EXPECT_FALSE(Module1::Change::Save());
+    EXPECT_EQ(GetSetting("A", "x", ""), "2");
   }
-  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=2\n[B]\ny=" + std::string(300, 'y') + "\n");
-  EXPECT_EQ(GetSetting("A", "x", ""), "2") << "from the file again";
+  const std::string changed = "[A]\nx=2\n[B]\ny=" + std::string(300, 'y') + "\n";
+  EXPECT_EQ(ReadFile(SettingsFile()), changed);
+  {
+    const Module1::Change change;
+    PutSetting("A", "x", "3");
+  }
+  EXPECT_EQ(ReadFile(SettingsFile()), changed) << "without a Save it is dropped";
 }
 
-TEST_F(Settings, AWholeChangeOfAFileThatCannotBeReadIsDropped) {
+TEST_F(Settings, WhatCouldNotBeSavedIsNotAnswered) {
   fs::create_directory(SettingsFile());
-  {
-    const Module1::WholeChange change;
-    PutSetting("A", "x", "1");
-  }
+  const Module1::Change change;
+  PutSetting("A", "x", "1");
+  const auto failure = Module1::Change::Save();
+  ASSERT_TRUE(failure);
+  EXPECT_STREQ(failure->what, "read");
   EXPECT_TRUE(fs::is_directory(SettingsFile()));
 }
 

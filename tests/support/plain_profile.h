@@ -102,7 +102,7 @@ class PlainProfile {
     const std::string content = Trimmed(line);
     const std::size_t end = content.rfind(']');
     if (!content.starts_with('[') || end == std::string::npos) return std::nullopt;
-    return content.substr(1, end - 1);
+    return Trimmed(content.substr(1, end - 1));
   }
 
   static std::string ValueOf(const std::string& line) { return Trimmed(line.substr(line.find('=') + 1)); }
@@ -110,7 +110,7 @@ class PlainProfile {
   std::optional<std::size_t> FindHeader(std::string_view section) const {
     for (std::size_t i = 0; i < lines_.size(); ++i) {
       const auto name = NameOf(lines_[i].content);
-      if (name && Folded(*name) == Folded(section)) return i;
+      if (name && Folded(*name) == Folded(Trimmed(section))) return i;
     }
     return std::nullopt;
   }
@@ -122,7 +122,7 @@ class PlainProfile {
       const std::string content = Trimmed(lines_[i].content);
       const std::size_t equals = content.find('=');
       if (equals == std::string::npos || content[0] == ';' || content[0] == '[') continue;
-      if (Folded(Trimmed(content.substr(0, equals))) == Folded(key)) return i;
+      if (Folded(Trimmed(content.substr(0, equals))) == Folded(Trimmed(key))) return i;
     }
     return std::nullopt;
   }

@@ -15,9 +15,8 @@
 #include "tests/platform/replacing_files.h"
 
 namespace fs = std::filesystem;
-using platform::FileBytes;
+using platform::FileRefusal;
 using support::ReadFile;
-using support::WriteFile;
 
 namespace {
 
@@ -104,8 +103,7 @@ TEST_F(WindowsFiles, AProgramThatHoldsTheFileForAMomentIsWaitedFor) {
       std::this_thread::sleep_for(kMoment);
       holder.reset();
     });
-    FileBytes bytes;
-    EXPECT_FALSE(isRead ? bytes.Read({file_.native()}) : Replace(file_, "new"));
+    EXPECT_FALSE(isRead ? Read(file_) : Replace(file_, "new"));
     other.join();
   }
   EXPECT_EQ(ReadFile(file_), "new");
@@ -130,10 +128,8 @@ TEST_F(WindowsFiles, AFileWhoseNameAnotherProgramHoldsIsWrittenInPlace) {
 }
 
 TEST_F(WindowsFiles, DevicesAreRefused) {
-  const fs::path device = folder_ / "NUL";
-  FileBytes bytes;
-  EXPECT_EQ(bytes.Read({device.native()}), std::errc::invalid_argument);
-  EXPECT_EQ(Replace(device, "new"), std::errc::invalid_argument);
+  EXPECT_EQ(Read(folder_ / "NUL"), FileRefusal::NotOrdinary);
+  EXPECT_EQ(Replace(folder_ / "NUL", "new"), FileRefusal::NotOrdinary);
 }
 
 }  // namespace

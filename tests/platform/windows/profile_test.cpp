@@ -1,5 +1,3 @@
-#include "platform/profile.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -9,9 +7,10 @@
 #include <string_view>
 
 #include "platform/windows/system.h"
+#include "settings/EZINILib.h"
 #include "support/own_folder.h"
 
-// Ours against the system's functions of the same names, wherever both are meant to agree.
+// Ours against the system's functions, wherever both are meant to agree.
 namespace fs = std::filesystem;
 using support::ReadFile;
 using support::WriteFile;
@@ -36,6 +35,7 @@ const Text kTexts[] = {
     {"two sections", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n"},
     {"letter case", "[a]\r\nX=1\r\n"},
     {"letter case beyond ASCII", "[\xC4]\r\n\xD6=1\r\n"},
+    {"blanks around a section's name", "[ A\t]\r\nx=1\r\n", Written::OursKeepsMore},
     {"blanks", "[A]\r\n \tx\t = \t1 2\t \r\n", Written::OursKeepsMore},
     {"quotes", "[A]\r\nx=\" 1 \"\r\ny=' 2 '\r\n"},
     {"unlike quotes", "[A]\r\nx=\"1'\r\ny=\"\r\n"},
@@ -87,12 +87,10 @@ TEST_F(AgainstTheSystem, ReadingGivesTheSame) {
     for (const Name& name : kNames) {
       if (IsTakenForAnotherName(text, name)) continue;
       std::array<char, 255> theirs = {};
-      std::array<char, 255> ours = {};
-      const DWORD theirCount = ::GetPrivateProfileStringA(name.section, name.key, "default", theirs.data(),
-                                                          static_cast<DWORD>(theirs.size()), Path().c_str());
-      const std::size_t count = platform::GetPrivateProfileStringA(name.section, name.key, "default", ours, Host());
-      EXPECT_STREQ(ours.data(), theirs.data()) << text.name << ": " << name.section << ", " << name.key;
-      EXPECT_EQ(count, theirCount) << text.name << ": " << name.section << ", " << name.key;
+      const DWORD count = ::GetPrivateProfileStringA(name.section, name.key, "default", theirs.data(),
+                                                     static_cast<DWORD>(theirs.size()), Path().c_str());
+      EXPECT_EQ(EZINILib::ReadINI(Host(), name.section, name.key, "default"), std::string(theirs.data(), count))
+          << text.name << ": " << name.section << ", " << name.key;
     }
   }
 }
@@ -107,7 +105,7 @@ TEST_F(AgainstTheSystem, WritingGivesTheSameBytes) {
       ::WritePrivateProfileStringA(nullptr, nullptr, nullptr, Path().c_str());
       const std::string theirs = ReadFile(file_);
       WriteFile(file_, text.text);
-      EXPECT_TRUE(platform::WritePrivateProfileStringA(name.section, name.key, "new value", Host()));
+      EZINILib::WriteINI(Host(), name.section, name.key, "new value");
       EXPECT_EQ(ReadFile(file_), theirs) << text.name << ": " << name.section << ", " << name.key;
     }
   }
@@ -115,14 +113,13 @@ TEST_F(AgainstTheSystem, WritingGivesTheSameBytes) {
 
 TEST_F(AgainstTheSystem, EachReadsWhatTheOtherWrote) {
   const std::string value = "C:\\Games\\D\xF6W \x80\\";
-  platform::WritePrivateProfileStringA("Dawn of War", "Path", value, Host());
+  EZINILib::WriteINI(Host(), "Dawn of War", "Path", value);
   ::WritePrivateProfileStringA("Dawn of War", "AutoPath", "1", Path().c_str());
-  platform::WritePrivateProfileStringA("Dawn of War", "ModCount", "2", Host());
+  EZINILib::WriteINI(Host(), "Dawn of War", "ModCount", "2");
   std::array<char, 255> text = {};
   ::GetPrivateProfileStringA("Dawn of War", "Path", "", text.data(), static_cast<DWORD>(text.size()), Path().c_str());
   EXPECT_EQ(text.data(), value);
-  platform::GetPrivateProfileStringA("Dawn of War", "AutoPath", "", text, Host());
-  EXPECT_STREQ(text.data(), "1");
+  EXPECT_EQ(EZINILib::ReadINI(Host(), "Dawn of War", "AutoPath", ""), "1");
   EXPECT_EQ(ReadFile(file_), "[Dawn of War]\r\nPath=" + value + "\r\nAutoPath=1\r\nModCount=2\r\n");
 }
 

@@ -1,0 +1,48 @@
+#include "platform/files.h"
+
+#include <filesystem>
+#include <string>
+
+namespace platform {
+namespace {
+
+class Refusals : public std::error_category {
+ public:
+  const char* name() const noexcept override { return "file"; }
+
+  std::string message(int code) const override {
+    switch (static_cast<FileRefusal>(code)) {
+      case FileRefusal::FolderUnknown:
+        return "The folder of the program could not be found out";
+      case FileRefusal::NotOrdinary:
+        return "It is a device or a pipe, not a file";
+      case FileRefusal::TooLarge:
+        return "It is larger than 16 MB";
+      case FileRefusal::LinkOfAnother:
+        return "It is a link of another user in a folder that all may write to";
+      case FileRefusal::Busy:
+        return "Another program is writing in its folder";
+      case FileRefusal::Utf16:
+        return "It is text in UTF-16";
+      case FileRefusal::Program:
+        return "It is a program";
+      case FileRefusal::OwnFile:
+        return "It is one of Gantrel's own files";
+    }
+    return "Unknown reason";
+  }
+};
+
+}  // namespace
+
+std::error_code make_error_code(FileRefusal refusal) {
+  static const Refusals refusals;
+  return {static_cast<int>(refusal), refusals};
+}
+
+bool IsSameFile(const HostPath& left, const HostPath& right) {
+  std::error_code failure;
+  return std::filesystem::equivalent(AsSpelledOnDisk(left).text, AsSpelledOnDisk(right).text, failure);
+}
+
+}  // namespace platform

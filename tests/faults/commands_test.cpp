@@ -1,0 +1,227 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "mods/frmMain.h"
+#include "platform/files.h"
+#include "support/system.h"
+#include "support/user.h"
+#include "tests/support/game.h"
+
+// Every command, in the real windows, with each reading and each replacement of a file going wrong as a whole. What may
+// go wrong inside these two is tried without any window.
+namespace fs = std::filesystem;
+using platform::HostPath;
+using support::Key;
+using support::Message;
+using support::ModuleFile;
+using support::ReadFile;
+using support::SettingsFile;
+using support::User;
+
+namespace {
+
+// What the tool has asked for, while it is watched, and which of it goes wrong, counted from 1.
+std::vector<std::string> operations;
+std::size_t wrong = 0;
+bool isWatched = false;
+
+bool GoesWrong(const char* outcome, const HostPath& path) {
+  if (!isWatched) return false;
+  operations.push_back(fs::path(path.text).filename().string() + " could not be " + outcome);
+  return operations.size() == wrong;
+}
+
+}  // namespace
+
+// The linker leads the tool's calls of the two functions through here, by the names that it knows them under.
+#define READ(prefix) prefix##_ZN8platform9FileBytes4ReadERKNS_8HostPathE
+#define REPLACE(prefix) prefix##_ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE
+
+extern "C" {
+std::error_code READ(__real_)(platform::FileBytes* bytes, const HostPath& path);
+std::error_code READ(__wrap_)(platform::FileBytes* bytes, const HostPath& path) {
+  return GoesWrong("read", path) ? std::make_error_code(std::errc::io_error) : READ(__real_)(bytes, path);
+}
+std::error_code REPLACE(__real_)(const HostPath& path, std::string_view bytes);
+std::error_code REPLACE(__wrap_)(const HostPath& path, std::string_view bytes) {
+  return GoesWrong("written", path) ? std::make_error_code(std::errc::no_space_on_device)
+                                    : REPLACE(__real_)(path, bytes);
+}
+}
+
+namespace {
+
+struct Command {
+  const char* name;
+  const char* title;  // of what it tells
+  std::function<void(User&)> prepare;
+  std::function<void(User&)> act;
+  int readings;      // of the settings file
+  int replacements;  // of the same
+};
+
+void PrintTo(const Command& command, std::ostream* out) { *out << command.name; }
+
+// What the tool has told of failures. Questions are answered by their default button.
+std::vector<Message> failures;
+
+void AnswerAll(User& user) {
+  while (const auto message = user.ShownMessage()) {
+    if (message->icon == "critical") failures.push_back(*message);
+    user.Answer(message->buttons.front());
+  }
+}
+
+auto Select(const char* list, const char* entry) {
+  return [=](User& user) { user.ClickEntry(list, entry); };
+}
+
+auto Click(const char* button) {
+  return [=](User& user) {
+    user.Click(button);
+    AnswerAll(user);
+  };
+}
+
+void OpenNewMod(User& user) {
+  user.Click("cmdNewMod");
+  user.LookAt("frmNew");
+  user.Type("Epsilon");
+  user.ClickEntry("lstDirs", "Maps");
+}
+
+void ConfirmNewMod(User& user) {
+  user.Click("OKButton");
+  AnswerAll(user);
+  if (user.CountWindows("frmNew") == 0) return;
+  user.Type("!");
+  EXPECT_EQ(user.TextOfFocus(), "Epsilon!") << "what was typed is there, and can be put right";
+  user.CloseWindow();
+}
+
+void OpenSetup(User& user) {
+  user.Click("cmdGoToGames");
+  user.LookAt("frmDoWSetup");
+  user.ClickEntry("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)");
+}
+
+void AddGame(User& user) {
+  user.Click("cmdnew");
+  user.Type("Second");
+  user.Press(Key::Enter);
+  AnswerAll(user);
+  if (user.DialogTitle() == "Select DoW Path") user.Press(Key::Enter);  // the file that it offers
+  AnswerAll(user);
+}
+
+// The tool's start once more, in the running program.
+void StartTheTool(User& user) {
+  const auto mainWindow = std::make_shared<std::optional<frmMain>>();
+  user.Do([mainWindow] {
+    mainWindow->emplace();
+    (*mainWindow)->Form_Load();
+    (*mainWindow)->Show();
+  });
+  AnswerAll(user);
+  if (user.CountWindows("frmDoWSetup") > 0) {
+    user.LookAt("frmDoWSetup");
+    user.Click("OKButton");
+    AnswerAll(user);
+  }
+  user.Do([mainWindow] { mainWindow->reset(); });
+}
+
+void ForgetTheSettings(User& /*user*/) { fs::remove(SettingsFile()); }
+
+const Command kCommands[] = {
+    {"Activate", "Make Module", Select("lstNotActive", "Beta"), Click("cmdActivate1"), 1, 1},
+    {"ActivateAll", "Make Module", Select("lstActive", "Alpha"), Click("cmdActivateAll"), 2, 2},
+    {"Move", "Make Module", Select("lstActive", "Gamma"), Click("cmdMoveUp"), 1, 1},
+    {"Delete", "Delete Mod", Select("lstNotActive", "Beta"), Click("cmdDeleteMod"), 2, 1},
+    {"NewMod", "New Mod", OpenNewMod, ConfirmNewMod, 1, 1},
+    {"AddGame", "New", OpenSetup, AddGame, 4, 1},
+    {"RemoveGame", "Delete", OpenSetup, Click("cmdDelete"), 3, 1},
+    {"Start", "Gantrel", {}, StartTheTool, 2, 0},
+    {"FirstStart", "DoW Installation Setup", ForgetTheSettings, StartTheTool, 4, 1},
+};
+
+// What a command leaves, on the disk and on the screen.
+struct State {
+  std::string settings;
+  std::string module;
+  std::vector<std::string> shown;
+  bool operator==(const State&) const = default;
+};
+
+class Faults : public testing::TestWithParam<Command> {
+ protected:
+  // The command, with the `which`th of its operations going wrong; none for 0.
+  static State Try(std::size_t which) {
+    support::ResetWithFourMods();
+    fs::create_directories(support::GameFolder() / "W40k" / "Maps");
+    support::WriteFile(support::Root() / "W40k.exe", "");
+    fs::current_path(support::Root());
+    support::SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Beta", "C:\\Beta"}});
+    support::WriteFile(ModuleFile(), "old");
+    failures.clear();
+    operations.clear();
+    wrong = which;
+    State state;
+    support::Use([&](User& user) {
+      if (GetParam().prepare) GetParam().prepare(user);
+      isWatched = true;
+      GetParam().act(user);
+      isWatched = false;
+      if (user.CountWindows("frmDoWSetup") > 0) {
+        state.shown = user.Entries("lstGames");
+        user.Click("OKButton");
+      }
+      user.LookAt("frmMain");
+      EXPECT_TRUE(user.IsInUse());
+      for (const std::string& mod : user.Entries("lstNotActive")) state.shown.push_back(mod);
+    });
+    state.settings = ReadFile(SettingsFile());
+    state.module = ReadFile(ModuleFile());
+    return state;
+  }
+};
+
+TEST_P(Faults, LeaveTheOldStateOrTheNewOneAndAreToldOnce) {
+  const State expected = Try(0);
+  EXPECT_TRUE(failures.empty());
+  const std::vector<std::string> all = operations;
+  EXPECT_EQ(std::ranges::count(all, "Ulvane.ini could not be read"), GetParam().readings);
+  EXPECT_EQ(std::ranges::count(all, "Ulvane.ini could not be written"), GetParam().replacements);
+  const bool isOneChange = GetParam().replacements < 2;
+
+  for (std::size_t which = 1; which <= all.size() && !HasFailure(); ++which) {
+    const std::string& what = all[which - 1];
+    SCOPED_TRACE(std::to_string(which) + ": " + what);
+    const State state = Try(which);
+    if (what.starts_with("system.reg")) continue;  // the registry then knows nothing
+    if (state == expected && failures.empty()) continue;
+    const bool isOld = state.settings == support::FourMods() || state.settings.empty();
+    EXPECT_TRUE(isOld || state.settings == expected.settings || !isOneChange) << state.settings;
+    EXPECT_TRUE(state.module == "old" || state.module == expected.module || !isOneChange) << state.module;
+    ASSERT_EQ(failures.size(), 1U);
+    const bool isOfARefill = failures[0].title == "Gantrel" || failures[0].title == "DoW Installation Setup";
+    EXPECT_TRUE(failures[0].title == GetParam().title || isOfARefill) << failures[0].title;
+    EXPECT_NE(failures[0].text.find(what + ": "), std::string::npos) << failures[0].text;
+  }
+  std::ofstream(GANTREL_FAULT_COUNTS, std::ios::app)
+      << GetParam().name << ": " << all.size() << " readings and replacements, each failed once\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(kCommands),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include "tests/faults/system_calls.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+// The linker leads the tool's calls here (see tests/CMakeLists.txt); those of the libraries, and of the tests' helpers
+// through them, go to the system directly.
+using faults::Fails;
+using faults::Meet;
+using faults::Verdict;
+
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
+#define GANTREL_CALL(result, failed, name, parameters, ...) \
+  extern "C" result __real_##name parameters;               \
+  extern "C" result __wrap_##name parameters { return Fails(#name) ? failed : __real_##name(__VA_ARGS__); }
+
+GANTREL_CALL(off_t, -1, lseek, (int file, off_t offset, int from), file, offset, from)
+GANTREL_CALL(int, -1, ftruncate, (int file, off_t size), file, size)
+GANTREL_CALL(int, -1, fchmod, (int file, mode_t mode), file, mode)
+GANTREL_CALL(int, -1, fchown, (int file, uid_t user, gid_t group), file, user, group)
+GANTREL_CALL(int, -1, flock, (int file, int operation), file, operation)
+GANTREL_CALL(int, -1, fstat, (int file, struct stat* status), file, status)
+GANTREL_CALL(int, -1, stat, (const char* path, struct stat* status), path, status)
+GANTREL_CALL(int, -1, lstat, (const char* path, struct stat* status), path, status)
+GANTREL_CALL(int, -1, access, (const char* path, int mode), path, mode)
+GANTREL_CALL(int, -1, unlink, (const char* path), path)
+GANTREL_CALL(ssize_t, -1, readlink, (const char* path, char* room, size_t size), path, room, size)
+GANTREL_CALL(DIR*, nullptr, opendir, (const char* path), path)
+GANTREL_CALL(dirent*, nullptr, readdir, (DIR * entries), entries)
+
+extern "C" {
+int __real_open(const char* path, int flags, ...);
+int __real_close(int file);
+ssize_t __real_read(int file, void* room, size_t size);
+ssize_t __real_write(int file, const void* bytes, size_t size);
+int __real_rename(const char* from, const char* to);
+
+int __wrap_open(const char* path, int flags, mode_t mode) {
+  if (Fails("open")) return -1;
+  if ((flags & O_CREAT) == 0 || faults::TakesNewFiles()) return __real_open(path, flags, mode);
+  errno = EACCES;
+  return -1;
+}
+
+ssize_t __wrap_read(int file, void* room, size_t size) {
+  const Verdict verdict = Meet("read");
+  if (verdict == Verdict::Fail) return -1;
+  return __real_read(file, room, verdict == Verdict::Half ? (size + 1) / 2 : size);
+}
+
+ssize_t __wrap_write(int file, const void* bytes, size_t size) {
+  const Verdict verdict = Meet("write");
+  if (verdict == Verdict::Fail) return -1;
+  faults::NoteWrite();
+  return __real_write(file, bytes, verdict == Verdict::Half ? size / 2 : size);
+}
+
+// Does nothing else, since the disk's own time would be most of the test's.
+int __wrap_fsync(int /*file*/) {
+  if (Fails("fsync")) return -1;
+  faults::NoteFlush();
+  return 0;
+}
+
+int __wrap_rename(const char* from, const char* to) {
+  if (Fails("rename")) return -1;
+  faults::NoteRename();
+  return __real_rename(from, to);
+}
+
+// One that reports a failure has closed the file all the same, and may have lost what was written.
+int __wrap_close(int file) {
+  const bool fails = Fails("close");
+  const int reason = errno;
+  const int result = __real_close(file);
+  if (!fails) return result;
+  if (reason != EINTR) faults::NoteWrite();
+  errno = reason;
+  return -1;
+}
+}
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
+
+namespace faults {
+
+std::vector<Reason> Reasons(std::string_view call) {
+  std::vector<Reason> reasons = {
+      {"input/output error", EIO}, {"no space left", ENOSPC}, {"no permission", EACCES},
+      {"not permitted", EPERM},    {"read-only disk", EROFS}, {"too many open files", EMFILE},
+  };
+  if (call == "flock") reasons.push_back({"no locks", ENOLCK, true});
+  const bool canBeInterrupted = CanBeHalf(call) || call == "open" || call == "close" || call == "flock";
+  if (canBeInterrupted) reasons.push_back({"interrupted", EINTR, true});
+  return reasons;
+}
+
+bool CanBeHalf(std::string_view call) { return call == "read" || call == "write"; }
+
+void MakeLink(const std::filesystem::path& link, const std::filesystem::path& target) {
+  std::filesystem::create_symlink(target, link);
+}
+
+bool IsKilled(const std::function<void()>& act) {
+  const pid_t copy = fork();
+  if (copy == 0) {
+    act();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(copy, &status, 0);
+  return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+}
+
+void Die() {
+  kill(getpid(), SIGKILL);
+  _exit(1);
+}
+
+void SetReason(int reason) { errno = reason; }
+
+}  // namespace faults
