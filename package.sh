@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes the downloads in build/packages/: gantrel-<version>-windows.zip and gantrel-<version>-linux-x86_64.tar.gz.
-# Each is one folder that needs no installing. "./package.sh linux" or "./package.sh windows" makes only that one.
+# Each is one folder that needs no installing, with the terms of all that is in it. "./package.sh linux" or
+# "./package.sh windows" makes only that one.
 #
 # The one for Windows needs a static Qt for Windows: scripts/windows_qt.sh says where it is looked for, and
 # packaging/windows/build-qt.sh makes it. The one for Linux runs where the libraries are at least those of the Debian
@@ -8,6 +9,54 @@
 set -euo pipefail
 source "$(dirname "$0")/scripts/common.sh"
 source scripts/windows_qt.sh
+
+# Puts the terms of what a download holds into build/<preset>/licences, from the packages whose files are linked into
+# it. The download for Windows also gets what it takes to link Gantrel with another Qt.
+put_licences() {
+  local preset=$1 licences=build/$1/licences common=/usr/share/common-licenses text
+  rm -rf "$licences"
+  mkdir -p "$licences/common-licenses"
+  if [[ $preset == windows ]]; then
+    local compiler=x86_64-w64-mingw32-g++-posix relink=$licences/relink parts=build/windows
+    terms_of_file "$($compiler -print-file-name=libmingw32.a)" >"$licences/mingw-w64.txt"
+    terms_of_windows_qt >"$licences/Qt.txt"
+    mkdir "$relink"
+    cp packaging/windows/relink/CMakeLists.txt packaging/windows/build-qt.sh cmake/mingw-w64.cmake \
+      "$parts"/libgantrel_{core,platform,tool}.a "$relink/"
+    cp "$parts/CMakeFiles/gantrel.dir/app/main.cpp.obj" "$relink/main.obj"
+    cp "$parts/CMakeFiles/gantrel.dir/gantrel.rc.res" "$relink/gantrel.res"
+  else
+    local compiler=g++
+  fi
+  terms_of_file "$($compiler -print-libgcc-file-name)" >"$licences/GCC.txt"
+
+  # The texts that these name, and that of Qt's licence, which holds for both downloads.
+  { printf '%s\n' $common/{LGPL-3,GPL-3} && grep --only-matching --no-filename "$common/[[:alnum:].-]*[[:alnum:]]" \
+    "$licences"/*.txt; } | sort --unique | while read -r text; do
+    cp "$text" "$licences/common-licenses/${text##*/}.txt"
+  done
+  [[ $preset != windows ]] || sed --in-place 's/$/\r/' "$licences"/{.,common-licenses}/*.txt
+  cp "build/$preset/licences.txt" "$licences/README.txt"
+}
+
+# The terms of the Debian package that a file is from.
+terms_of_file() {
+  local package
+  package=$(dpkg-query --search "$(realpath "$1")")
+  cat "/usr/share/doc/${package%%:*}/copyright"
+}
+
+# Those of the Qt for Windows are beside it; where they are not, Debian's package of the same version has them.
+terms_of_windows_qt() {
+  [[ ! -f build/windows-qt/copyright ]] || { cat build/windows-qt/copyright; return; }
+  local version here
+  version=$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")/\1/p' build/windows-qt/lib/cmake/Qt6/Qt6ConfigVersionImpl.cmake)
+  here=$(dpkg-query --show --showformat='${source:Upstream-Version}' qt6-base-dev)
+  [[ ${here%%+*} == "$version" ]] ||
+    fail "The terms of Qt $version are not in build/windows-qt, and Debian's packages here are of ${here%%+*}." \
+      "A Qt that packaging/windows/build-qt.sh makes anew has them."
+  cat /usr/share/doc/qt6-base-dev/copyright
+}
 
 packages=("${build_packages[@]}")
 case ${1:-} in
@@ -26,6 +75,7 @@ install_missing "${packages[@]}"
 for preset in "${presets[@]}"; do
   say "Building Gantrel, preset $preset."
   build "$preset"
+  put_licences "$preset"
   cpack --config "build/$preset/CPackConfig.cmake" -B build/packages
 done
 rm -rf build/packages/_CPack_Packages

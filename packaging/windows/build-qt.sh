@@ -45,6 +45,7 @@ say "Packing it."
 cd "$work/windows-qt"
 rm -rf bin doc mkspecs/modules lib/cmake/Qt6BuildInternals
 find . -name '*.prl' -delete
+cp "$work/source/debian/copyright" .
 tar --create --xz --file "../../windows-qt-$version-mingw64.tar.xz" --directory .. windows-qt
 cd ../../..
 rm -rf "$work"
