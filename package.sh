@@ -46,16 +46,18 @@ terms_of_file() {
   cat "/usr/share/doc/${package%%:*}/copyright"
 }
 
-# Those of the Qt for Windows are beside it; where they are not, Debian's package of the same version has them.
+# Those of the Qt for Windows are beside it; of an older archive of it, here.
 terms_of_windows_qt() {
-  [[ ! -f build/windows-qt/copyright ]] || { cat build/windows-qt/copyright; return; }
   local version here
   version=$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")/\1/p' build/windows-qt/lib/cmake/Qt6/Qt6ConfigVersionImpl.cmake)
-  here=$(dpkg-query --show --showformat='${source:Upstream-Version}' qt6-base-dev)
-  [[ ${here%%+*} == "$version" ]] ||
-    fail "The terms of Qt $version are not in build/windows-qt, and Debian's packages here are of ${here%%+*}." \
-      "A Qt that packaging/windows/build-qt.sh makes anew has them."
-  cat /usr/share/doc/qt6-base-dev/copyright
+  here=packaging/licences/Qt-$version.txt.xz
+  if [[ -f build/windows-qt/copyright ]]; then
+    cat build/windows-qt/copyright
+  elif [[ -f $here ]]; then
+    xzcat "$here"
+  else
+    fail "The terms of Qt $version are not in build/windows-qt. A Qt that packaging/windows/build-qt.sh makes anew has them."
+  fi
 }
 
 packages=("${build_packages[@]}")
