@@ -6,7 +6,9 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "platform/files.h"
 #include "support/own_folder.h"
@@ -15,7 +17,7 @@
 // The replacing and the reading of a file, with each of their calls to the system going wrong in turn, in every way
 // that it can.
 namespace fs = std::filesystem;
-using faults::Effect;
+using faults::calls;
 using faults::Fault;
 using platform::BesideExecutable;
 using platform::HostPath;
@@ -59,47 +61,27 @@ class Faults : public testing::TestWithParam<Row> {
     if (GetParam().path == ByALink) faults::MakeLink(ByALink().text, file_);
   }
 
-  std::error_code Act(const Fault& fault) {
-    faults::Start(fault, {GetParam().takesNewFiles, ExecutableFolder(), away_});
+  std::error_code Act(const Fault& fault, bool areHalf) {
+    PutBack();
+    calls = {true, fault, areHalf, GetParam().takesNewFiles};
     const std::error_code failure = GetParam().act(GetParam().path());
-    calls_ = faults::Stop();
-    EXPECT_FALSE(calls_.hasRenamedUnflushed);
-    if (fs::exists(away_)) fs::rename(away_, ExecutableFolder());
+    calls.areWatched = false;
+    EXPECT_FALSE(calls.haveRenamedUnflushed);
     return failure;
   }
 
-  // Goes wrong at one call. What must be left: the old bytes after a failure, the new ones otherwise, either where the
-  // process was killed, and at most one file, which the next write takes over, where it could not be removed.
-  void Try(const std::string& what, const Fault& fault, bool passes = false) {
-    SCOPED_TRACE(what + (fault.isHalf ? " halfway" : "") + " at call " + std::to_string(fault.at));
-    PutBack();
-    if (fault.effect == Effect::Kill) {
-      EXPECT_TRUE(faults::IsKilled([&] { Act(fault); }));
-      EXPECT_TRUE(Holds(GetParam().before) || Holds(after_));
-    } else {
-      const std::error_code failure = Act(fault);
-      EXPECT_TRUE(Holds(failure ? GetParam().before : after_)) << failure.message();
-      EXPECT_FALSE(passes && failure) << failure.message();
-      EXPECT_TRUE(failure != std::errc::no_such_file_or_directory || fault.effect == Effect::MoveFolder)
-          << "what could not be told is taken for missing";
-    }
-    const bool canCleanUp = fault.effect == Effect::None || fault.effect == Effect::Fail;
-    EXPECT_LE(CountLeftOvers(), canCleanUp ? 0 : 1);
+  // What must be left: the old bytes after a failure, the new ones otherwise, and at most one file, which the next
+  // write takes over, where it could not be removed.
+  void Try(const Fault& fault, bool areHalf, bool passes) {
+    const std::error_code failure = Act(fault, areHalf);
+    SCOPED_TRACE(failure.message() + " at call " + std::to_string(fault.at) + (areHalf ? ", the first halfway" : ""));
+    EXPECT_TRUE(Holds(failure ? GetParam().before : after_));
+    EXPECT_FALSE(passes && failure);
+    EXPECT_NE(failure, std::errc::no_such_file_or_directory) << "what could not be told is taken for missing";
+    EXPECT_LE(CountLeftOvers(), fault.isForGood ? 1 : 0);
     EXPECT_FALSE(Replace({file_.native()}));
     EXPECT_EQ(CountLeftOvers(), 0) << "is not taken over by the next write";
     ++tries_;
-  }
-
-  // In place, the old bytes need what the new ones had, and an end in the middle cannot be made good.
-  void TryAt(int at, std::string_view call, bool isHalf) {
-    const bool isAsAWhole = GetParam().takesNewFiles;
-    for (const auto& [name, number, passes] : faults::Reasons(call)) {
-      Try(name, {Effect::Fail, at, number, isHalf}, passes);
-      if (isAsAWhole && !passes)
-        Try(std::string(name) + " and ever after", {Effect::FailFromThenOn, at, number, isHalf});
-    }
-    Try("folder gone", {Effect::MoveFolder, at, 0, isHalf});
-    if (isAsAWhole && faults::kCanKill) Try("killed", {Effect::Kill, at, 0, isHalf});
   }
 
   void PutBack() {
@@ -124,27 +106,29 @@ class Faults : public testing::TestWithParam<Row> {
 
   const Content after_ = GetParam().act == Read ? GetParam().before : kNew;
   const fs::path file_ = ExecutableFolder() / "File.txt";
-  const fs::path away_ = support::Root() / "away";
   fs::perms permissions_ = fs::perms::none;
-  faults::Calls calls_;
   int tries_ = 0;
 };
 
 TEST_P(Faults, LoseNothing) {
-  PutBack();
-  ASSERT_FALSE(Act({}));
-  ASSERT_TRUE(Holds(after_));
-  const auto names = calls_.names;
-  for (int at = 0; at < std::ssize(names) && !HasFailure(); ++at) {
-    const std::string_view call = names[static_cast<std::size_t>(at)];
-    TryAt(at, call, false);
-    if (!faults::CanBeHalf(call)) continue;
-    Try("less than asked for", {Effect::None, at, 0, true}, true);
-    TryAt(at, call, true);
+  std::vector<std::string_view> whole;
+  for (const bool areHalf : {false, true}) {
+    ASSERT_FALSE(Act({}, areHalf));
+    ASSERT_TRUE(Holds(after_));
+    const auto names = calls.names;
+    if (names == whole) break;  // nothing that could be half
+    whole = names;
+    for (int at = 0; at < std::ssize(names) && !HasFailure(); ++at) {
+      for (const auto& [reason, passes] : faults::Reasons(names[static_cast<std::size_t>(at)])) {
+        Try({at, reason}, areHalf, passes);
+        // In place, the old bytes need what the new ones had, and an end in the middle cannot be made good.
+        if (GetParam().takesNewFiles && !passes) Try({at, reason, true}, areHalf, false);
+      }
+    }
   }
   if (HasFailure()) return;
   std::ofstream(GANTREL_FAULT_COUNTS, std::ios::app)
-      << GetParam().name << ": " << names.size() << " calls of the system, went wrong in " << tries_ << " ways\n";
+      << GetParam().name << ": " << whole.size() << " calls of the system, went wrong in " << tries_ << " ways\n";
 }
 
 const Row kRows[] = {

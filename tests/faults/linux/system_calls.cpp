@@ -3,14 +3,13 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 
 // The linker leads the tool's calls here (see tests/CMakeLists.txt); those of the libraries, and of the tests' helpers
 // through them, go to the system directly.
+using faults::calls;
 using faults::Fails;
 using faults::Meet;
 using faults::Verdict;
@@ -43,7 +42,7 @@ int __real_rename(const char* from, const char* to);
 
 int __wrap_open(const char* path, int flags, mode_t mode) {
   if (Fails("open")) return -1;
-  if ((flags & O_CREAT) == 0 || faults::TakesNewFiles()) return __real_open(path, flags, mode);
+  if ((flags & O_CREAT) == 0 || calls.takeNewFiles) return __real_open(path, flags, mode);
   errno = EACCES;
   return -1;
 }
@@ -51,26 +50,26 @@ int __wrap_open(const char* path, int flags, mode_t mode) {
 ssize_t __wrap_read(int file, void* room, size_t size) {
   const Verdict verdict = Meet("read");
   if (verdict == Verdict::Fail) return -1;
-  return __real_read(file, room, verdict == Verdict::Half ? (size + 1) / 2 : size);
+  return __real_read(file, room, verdict == Verdict::Half ? size / 200 + 1 : size);  // half of a test's file
 }
 
 ssize_t __wrap_write(int file, const void* bytes, size_t size) {
   const Verdict verdict = Meet("write");
   if (verdict == Verdict::Fail) return -1;
-  faults::NoteWrite();
+  calls.areUnflushed = true;
   return __real_write(file, bytes, verdict == Verdict::Half ? size / 2 : size);
 }
 
 // Does nothing else, since the disk's own time would be most of the test's.
 int __wrap_fsync(int /*file*/) {
   if (Fails("fsync")) return -1;
-  faults::NoteFlush();
+  calls.areUnflushed = false;
   return 0;
 }
 
 int __wrap_rename(const char* from, const char* to) {
   if (Fails("rename")) return -1;
-  faults::NoteRename();
+  calls.haveRenamedUnflushed |= calls.areUnflushed;
   return __real_rename(from, to);
 }
 
@@ -80,7 +79,7 @@ int __wrap_close(int file) {
   const int reason = errno;
   const int result = __real_close(file);
   if (!fails) return result;
-  if (reason != EINTR) faults::NoteWrite();
+  calls.areUnflushed |= reason != EINTR;
   errno = reason;
   return -1;
 }
@@ -90,36 +89,15 @@ int __wrap_close(int file) {
 namespace faults {
 
 std::vector<Reason> Reasons(std::string_view call) {
-  std::vector<Reason> reasons = {
-      {"input/output error", EIO}, {"no space left", ENOSPC}, {"no permission", EACCES},
-      {"not permitted", EPERM},    {"read-only disk", EROFS}, {"too many open files", EMFILE},
-  };
-  if (call == "flock") reasons.push_back({"no locks", ENOLCK, true});
-  const bool canBeInterrupted = CanBeHalf(call) || call == "open" || call == "close" || call == "flock";
-  if (canBeInterrupted) reasons.push_back({"interrupted", EINTR, true});
+  std::vector<Reason> reasons = {{EIO}, {ENOSPC}, {EACCES}, {EPERM}, {EROFS}, {EMFILE}};
+  if (call == "flock") reasons.push_back({ENOLCK, true});
+  constexpr std::string_view kInterrupted[] = {"read", "write", "open", "close", "flock"};
+  if (std::ranges::find(kInterrupted, call) != std::end(kInterrupted)) reasons.push_back({EINTR, true});
   return reasons;
 }
 
-bool CanBeHalf(std::string_view call) { return call == "read" || call == "write"; }
-
 void MakeLink(const std::filesystem::path& link, const std::filesystem::path& target) {
   std::filesystem::create_symlink(target, link);
-}
-
-bool IsKilled(const std::function<void()>& act) {
-  const pid_t copy = fork();
-  if (copy == 0) {
-    act();
-    _exit(0);
-  }
-  int status = 0;
-  waitpid(copy, &status, 0);
-  return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
-}
-
-void Die() {
-  kill(getpid(), SIGKILL);
-  _exit(1);
 }
 
 void SetReason(int reason) { errno = reason; }
