@@ -15,6 +15,7 @@ struct Installation {
   std::string edition;
   std::string folder;
   View view = View::Bits32;
+  std::uint32_t type = 0;  // of the registry's value, whose bytes `folder` is then; 0 for a text
 };
 
 // Makes these the installations that the registry knows.

@@ -27,8 +27,10 @@ void Add(const Installation& installation) {
   const std::string name = std::string(kPublisher) + "\\" + installation.edition;
   Check(RegCreateKeyExA(HKEY_LOCAL_MACHINE, name.c_str(), 0, nullptr, 0, KEY_SET_VALUE | In(installation.view), nullptr,
                         &key, nullptr));
-  Check(RegSetValueExA(key, "InstallLocation", 0, REG_SZ, reinterpret_cast<const BYTE*>(installation.folder.c_str()),
-                       static_cast<DWORD>(installation.folder.size() + 1)));
+  const bool isText = installation.type == 0;
+  Check(RegSetValueExA(key, "InstallLocation", 0, isText ? REG_SZ : installation.type,
+                       reinterpret_cast<const BYTE*>(installation.folder.c_str()),
+                       static_cast<DWORD>(installation.folder.size() + (isText ? 1 : 0))));
   Check(RegCloseKey(key));
 }
 

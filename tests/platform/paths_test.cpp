@@ -3,60 +3,199 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/code_page.h"
 #include "support/own_folder.h"
 
+#ifdef _WIN32
+#include "platform/windows/system.h"
+#include "platform/windows/wide.h"
+#else
+#include "platform/linux/drives.h"
+#endif
+
 namespace fs = std::filesystem;
+using platform::AsSpelledOnDisk;
 using platform::ListSubfolders;
+using platform::ToHostPath;
+using platform::ToWindowsPath;
 using support::DriveC;
+using Names = std::vector<std::string>;
 
 namespace {
 
-class CommonPaths : public testing::Test {
+class Paths : public testing::Test {
  protected:
-  void SetUp() override { support::Reset(); }
+  void SetUp() override {
+    support::Reset();
+    fs::create_directories(games_);
+    if (!fs::exists(devices_)) return;
+    fs::create_directories(mounted_);
+    fs::create_directory_symlink(mounted_, devices_ / "g:");
+    fs::create_symlink("/nowhere", devices_ / "q:");
+    fs::create_symlink("h:", devices_ / "h:");
+  }
+  void TearDown() override { fs::remove(devices_ / "h:"); }
 
   const fs::path games_ = DriveC() / "Games";
+  const fs::path prefix_ = DriveC().parent_path();   // these three where drive C: is
+  const fs::path devices_ = prefix_ / "dosdevices";  // that of a compatibility prefix
+  const fs::path mounted_ = support::Root() / "mounted";
 };
 
-TEST_F(CommonPaths, FilesAreBesideTheExecutable) {
+TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
+  struct Row {
+    std::string path;
+    std::optional<fs::path> inPrefix;
+    std::optional<fs::path> onWindows;
+  };
+  const Row rows[] = {
+      {"C:\\Games\\DoW\\", devices_ / "c:/Games/DoW/", "C:\\Games\\DoW\\"},
+      {"c:/Games/DoW/x.module", devices_ / "c:/Games/DoW/x.module", "c:\\Games\\DoW\\x.module"},
+      {"C:\\Spi\xE9le \x80\\", devices_ / u8"c:/Spi\u00E9le \u20AC/", u8"C:\\Spi\u00E9le \u20AC\\"},
+      {"C:", devices_ / "c:", "C:\\"},
+      {"C:x", devices_ / "c:/x", "C:\\x"},
+      {"g:\\\\a", devices_ / "g:/a", {}},
+      {"H:\\x", devices_ / "h:/x", {}},  // where it leads, the system does not tell
+      {"Q:\\x", {}, {}},
+      {"/opt/x/", "/opt/x/", {}},
+      {"\\\\server\\share\\x", {}, "\\\\server\\share\\x"},
+      {"Games\\DoW", {}, {}},
+      {"\\Games", {}, {}},
+      {"1:\\x", {}, {}},
+      {"", {}, {}},
+  };
+  for (const Row& row : rows) {
+    const auto path = ToHostPath(row.path);
+    const auto& expected = fs::exists(devices_) ? row.inPrefix : row.onWindows;
+    EXPECT_EQ(path ? path->text : fs::path().native(), expected.value_or("").native()) << row.path;
+  }
+}
+
+TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt) {
+  struct Row {
+    fs::path host;
+    std::optional<std::string> windows;
+  };
+#ifdef _WIN32
+  const Row rows[] = {
+      {u8"C:/Games/D\u00F6W/W40k.exe", "C:\\Games\\D\xF6W\\W40k.exe"},
+      {"//server/share/x", "\\\\server\\share\\x"},
+      {"\\\\?\\C:\\x", "C:\\x"},
+      {"\\\\?\\UNC\\server\\share\\x", "\\\\server\\share\\x"},
+      {u8"C:\\\u017Bycie", {}},  // not the Z that looks like it
+  };
+  EXPECT_EQ(platform::Shown({L"C:\\\u017B \xD83D\xDE00"}), "C:\\? ?");
+#else
+  fs::create_directory_symlink("/usr", DriveC() / "linked");
+  fs::create_directory_symlink("/usr", devices_ / "u:");
+  const Row rows[] = {
+      {games_ / "W40k.exe", "C:\\Games\\W40k.exe"},
+      {devices_ / "c:" / "Games" / "W40k.exe", "C:\\Games\\W40k.exe"},
+      {DriveC() / "linked" / "W40k.exe", "C:\\linked\\W40k.exe"},
+      {games_ / ".." / "a", "C:\\a"},
+      {mounted_ / u8"Spi\u00E9le" / "x", "G:\\Spi\xE9le\\x"},
+      {"/usr2/x", "Z:\\usr2\\x"},  // not on the drive whose folder is /usr
+      {"/W40k.exe", "Z:\\W40k.exe"},
+      {"/usr/x", "U:\\x"},
+      {u8"/\u017Bycie/x", {}},
+      {"/back\\slash", {}},
+      {"/not utf-8 \xFF", {}},
+      {"/overlong \xE0\x80\xAF", {}},
+      {u8"/\U0001F600", {}},
+  };
+  EXPECT_EQ(platform::MapToWindows(std::nullopt, {"/usr/x"}), "Z:\\usr\\x");
+  EXPECT_EQ(platform::Shown({"/\u017B \U0001F600 \u20AC"}), "/? ? \x80");
+#endif
+  for (const Row& row : rows) EXPECT_EQ(ToWindowsPath({row.host.native()}), row.windows) << row.host;
+}
+
+TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
+  fs::create_directories(games_ / u8"B\u00DCRO \u0153" / "x");
+  const fs::path given = DriveC() / "gAMES";
+  const struct {
+    fs::path given;
+    fs::path spelled;
+  } rows[] = {
+      {given / u8"b\u00FCro \u0152/X/New.txt", games_ / u8"B\u00DCRO \u0153/x/New.txt"},
+      {given / u8"b\u00FCro \u0152/", games_ / u8"B\u00DCRO \u0153/"},
+      {given / u8"missing/b\u00FCro \u0152", games_ / u8"missing/b\u00FCro \u0152"},
+      {given / u8"b?ro \u0153", games_ / u8"b?ro \u0153"},
+      {given / "b*", games_ / "b*"},
+#ifdef _WIN32
+      {"c:/gAMES", "c:\\Games"},
+      {"C:\\", "C:\\"},
+      {"\\\\?\\C:\\gAMES", "\\\\?\\C:\\Games"},
+      {"\\\\server.invalid\\Share\\x", "\\\\server.invalid\\Share\\x"},
+#endif
+  };
+  for (const auto& row : rows) EXPECT_EQ(fs::path(AsSpelledOnDisk({row.given.native()}).text), row.spelled);
+  EXPECT_TRUE(platform::SameName("a\xE4\xFF\x9A\x9C\x9E", "A\xC4\x9F\x8A\x8C\x8E"));
+  EXPECT_FALSE(platform::SameName("\xF7", "\xD7")) << "signs are no letters";
+}
+
+TEST_F(Paths, SubfoldersAreThoseTheGameCanFind) {
+  for (const char8_t* const name : {u8"b", u8"\u00C4a", u8"A", u8"\u00E4b", u8".hidden", u8"\u017Bycie", u8"a2"}) {
+    fs::create_directories(games_ / name);
+  }
+  support::WriteFile(games_ / "file", "");
+#ifdef _WIN32
+  fs::create_directories(games_ / "hidden");
+  SetFileAttributesW((games_ / "hidden").c_str(), FILE_ATTRIBUTE_HIDDEN);
+#else
+  fs::create_directories(games_ / "not utf-8 \xFF");
+  fs::create_symlink("/dev/null", games_ / "link to a file");
+  fs::create_symlink("nowhere", games_ / "dangling");
+  fs::remove(games_ / "a2");
+  fs::create_directory_symlink("b", games_ / "a2");
+#endif
+  const Names names = {"A", "a2", "b", "\304a", std::string("\xE4") + "b"};
+  EXPECT_EQ(ListSubfolders("C:\\Games\\"), names);
+  EXPECT_EQ(ListSubfolders("c:/games"), names);
+  EXPECT_EQ(ListSubfolders("C:\\Games\\B\\"), Names());
+  for (const char* const none : {"C:\\Games\\missing", "C:\\Games\\file", "Q:\\"}) EXPECT_FALSE(ListSubfolders(none));
+}
+
+TEST_F(Paths, FilesAreBesideTheExecutable) {
   for (const char* const name : {"sub/H\xC9.txt", "sub\\H\xC9.txt"}) {
     EXPECT_EQ(fs::path(platform::BesideExecutable(name).text), support::ExecutableFolder() / "sub" / u8"H\u00C9.txt");
   }
 }
 
-TEST_F(CommonPaths, SpellingOnTheDiskWinsOverLetterCase) {
-  fs::create_directories(games_ / u8"B\u00DCRO \u0153" / "x");
-  struct Row {
-    fs::path given;
-    fs::path spelled;
-  };
-  const Row rows[] = {
-      {u8"b\u00FCro \u0152/X/New.txt", u8"B\u00DCRO \u0153/x/New.txt"},
-      {u8"b\u00FCro \u0152/", u8"B\u00DCRO \u0153/"},
-      {u8"b\u00FCro \u0152", u8"B\u00DCRO \u0153"},
-      {u8"missing/b\u00FCro \u0152", u8"missing/b\u00FCro \u0152"},
-      {u8"b?ro \u0153", u8"b?ro \u0153"},
-      {u8"b*", u8"b*"},
-  };
-  for (const Row& row : rows) {
-    const fs::path given = DriveC() / "gAMES" / row.given;
-    EXPECT_EQ(fs::path(platform::AsSpelledOnDisk({given.native()}).text), games_ / row.spelled) << given;
+#ifdef _WIN32
+
+TEST_F(Paths, WhatIsLongerThanTheSystemsUsualLimitIsGivenInTheLiteralForm) {
+  const std::wstring longName(300, L'x');
+  EXPECT_EQ(platform::ToSystem({L"C:\\y\\..\\" + longName}), L"\\\\?\\C:\\" + longName);
+  EXPECT_EQ(platform::ToSystem({L"\\\\server\\share\\" + longName}), L"\\\\?\\UNC\\server\\share\\" + longName);
+}
+
+#else
+
+TEST_F(Paths, OfSeveralSpellingsTheGivenOneWinsThenTheFirst) {
+  constexpr const char* kNames[][3] = {{"ab", "aB", "AB"}, {"cd", "cD", "CD"}, {"ef", "eF", "EF"}, {"gh", "gH", "GH"}};
+  for (const auto& [small, given, large] : kNames) {
+    fs::create_directories(games_ / small);
+    fs::create_directories(games_ / large);
+    EXPECT_EQ(AsSpelledOnDisk({games_ / small}).text, games_ / small);
+    EXPECT_EQ(AsSpelledOnDisk({games_ / given / ""}).text, games_ / large / "");
   }
 }
 
-TEST_F(CommonPaths, SubfoldersAreThoseTheGameCanFind) {
-  for (const char8_t* const name : {u8"b", u8"\u00C4a", u8"A", u8"\u00E4b", u8".hidden", u8"\u017Bycie", u8"a2"}) {
-    fs::create_directories(games_ / name);
-  }
-  support::WriteFile(games_ / "file", "");
-  const std::vector<std::string> names = {"A", "a2", "b", "\304a", std::string("\xE4") + "b"};
-  EXPECT_EQ(ListSubfolders("C:\\Games\\"), names);
-  EXPECT_EQ(ListSubfolders("c:/games"), names);
-  EXPECT_EQ(ListSubfolders("C:\\Games\\B\\"), std::vector<std::string>());
-  for (const char* const none : {"C:\\Games\\missing", "C:\\Games\\file", "Q:\\"}) EXPECT_FALSE(ListSubfolders(none));
+TEST_F(Paths, WithoutLinksThereAreCAndZAndWithoutAPrefixZ) {
+  fs::remove_all(devices_);
+  EXPECT_EQ(ToHostPath("c:\\x")->text, prefix_ / "drive_c" / "x");
+  EXPECT_EQ(ToHostPath("z:\\x")->text, "/x");
+  fs::remove(prefix_ / "system.reg");
+  EXPECT_FALSE(ToHostPath("c:\\x"));
+  EXPECT_EQ(ToHostPath("z:\\x")->text, "/x");
+  fs::create_directories(support::Root() / "home" / ".wine");
+  EXPECT_EQ(platform::PrefixFolder()->text, support::Root() / "home" / ".wine") << "the one in the home folder";
 }
+
+#endif
 
 }  // namespace
