@@ -140,7 +140,7 @@ class Holder {
 // As text, which can be compared.
 std::wstring AccessRights(const fs::path& file) {
   alignas(SECURITY_DESCRIPTOR) std::array<std::byte, 4096> descriptor = {};
-  DWORD size = descriptor.size();
+  DWORD size = static_cast<DWORD>(descriptor.size());
   wchar_t* text = nullptr;
   EXPECT_TRUE(GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size) &&
               ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor.data(), SDDL_REVISION_1,
@@ -155,7 +155,7 @@ TEST_F(Files, AReplacedFileKeepsItsAttributesAndAccessRights) {
   ASSERT_TRUE(SetFileSecurityW(file_.c_str(), DACL_SECURITY_INFORMATION, own));
   const std::wstring rights = AccessRights(file_);
   ASSERT_NE(rights, usual);
-  for (const DWORD attribute : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM, FILE_ATTRIBUTE_ARCHIVE}) {
+  for (const DWORD attribute : {2UL, 4UL, 32UL}) {  // hidden, system, archive
     SetFileAttributesW(file_.c_str(), attribute);
     const DWORD before = GetFileAttributesW(file_.c_str());
     EXPECT_FALSE(Replace(file_, "new"));

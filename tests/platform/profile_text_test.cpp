@@ -3,174 +3,116 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <ostream>
 #include <string>
 
 using platform::ProfileText;
 
 namespace {
 
-struct Get {
-  std::string_view section;
-  std::string_view key;
-};
-
-struct ReadRow {
-  const char* name;
-  std::string text;
-  Get get;
-  std::optional<std::string> value;
-};
-
-void PrintTo(const ReadRow& row, std::ostream* out) { *out << row.name; }
-
-// What a test is called: the rule that its row states.
-template <typename Row>
-std::string RowName(const testing::TestParamInfo<Row>& row) {
-  return row.param.name;
+TEST(ProfileText, Finds) {
+  const std::optional<std::string> none;
+  const struct {
+    const char* rule;
+    std::string text;
+    std::string_view section;
+    std::string_view key;
+    std::optional<std::string> value;
+  } rows[] = {
+      {"the first matching section counts", "[A]\r\nx=1\r\n[A]\r\nx=2\r\ny=3\r\n", "A", "y", none},
+      {"the first matching key counts", "[A]\r\nx=1\r\nx=2\r\n", "A", "x", "1"},
+      {"a key of another section is not found", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n", "A", "y", none},
+      {"nor one before any section", "x=1\r\n[A]\r\n", "", "x", none},
+      {"names match without regard to case", "[Dawn of War]\r\nName=x\r\n", "dAWN OF wAR", "NAME", "x"},
+      {"beyond ASCII as well", "[\xC4\x9F\xD8]\r\nx=1\r\n", "\xE4\xFF\xF8", "x", "1"},
+      {"signs are not letters", "[\xD7]\r\nx=1\r\n", "\xF7", "x", none},
+      {"blanks around a key and a header do not count", "\t [A] \r\n \tx\t = 1\r\n", "A", "x", "1"},
+      {"nor those inside a header", "[ A\t]\r\nx=1\r\n", "A ", "x", "1"},
+      {"a name of blanks is a name", "[  ]\r\nx=1\r\n", " ", "x", "1"},
+      {"a name may hold brackets", "[A [1]]\r\nx=1\r\n", "A [1]", "x", "1"},
+      {"what follows a header does not count", "[A] ; first\r\nx=1\r\n", "A", "x", "1"},
+      {"a bracket in a line is no header", "[A]\r\ny=[A\r\nz [B]\r\nx=1\r\n", "A", "x", "1"},
+      {"an open header is passed over", "[A]\r\n[B\r\n[x=2\r\nx=1\r\n", "A", "x", "1"},
+      {"the value follows the first equals sign", "[A]\r\nx=a=b\r\n", "A", "x", "a=b"},
+      {"blanks around a value do not count", "[A]\r\nx= \t a b\t \r\n", "A", "x", "a b"},
+      {"a comment is no key", "[A]\r\n;x=1\r\n ; x=2\r\n", "A", "; x", none},
+      {"nor is a line without equals sign", "[A]\r\nx\r\nx=1\r\n", "A", "x", "1"},
+      {"an empty value is a value", "[A]\r\nx=\r\n", "A", "x", ""},
+      {"one pair of double quotes goes", "[A]\r\nx= \"\" a\"\" \r\n", "A", "x", "\" a\""},
+      {"one pair of single quotes goes", "[A]\r\nx=' a '\r\n", "A", "x", " a "},
+      {"unlike quotes stay", "[A]\r\nx='a\"\r\n", "A", "x", "'a\""},
+      {"a lone quote stays", "[A]\r\nx=\"\r\n", "A", "x", "\""},
+      {"lines end in LF and in CR, too", "[A]\nx=1\r\r\n[B]\ry=2", "B", "y", "2"},
+      {"an empty section at the end has no keys", "[A]", "A", "x", none},
+      {"a byte-order mark is skipped", "\xEF\xBB\xBF[A]\r\nx=1\r\n", "A", "x", "1"},
+      {"zero bytes are bytes", std::string("[A]\r\n\0=2\r\nx=a\0b\r\n", 17), "A", "x", std::string("a\0b", 3)},
+  };
+  for (const auto& row : rows) EXPECT_EQ(ProfileText(row.text).Find(row.section, row.key), row.value) << row.rule;
 }
 
-class Reading : public testing::TestWithParam<ReadRow> {};
-
-TEST_P(Reading, GivesTheValue) {
-  const auto& [name, text, get, value] = GetParam();
-  EXPECT_EQ(ProfileText(text).Find(get.section, get.key), value);
+TEST(ProfileText, SetsOneValueAlone) {
+  const struct {
+    const char* rule;
+    std::string before;
+    std::string_view section;
+    std::string_view key;
+    std::string_view value;
+    std::string after;
+  } rows[] = {
+      {"a new file's lines end in CR LF", "", "A", "x", "1", "[A]\r\nx=1\r\n"},
+      {"a new section goes to the end", "[A]\r\nx=1\r\n", "B", "y", "2", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n"},
+      {"a value is replaced in its place", "[A]\r\nx=1\r\ny=2\r\n", "A", "x", "10", "[A]\r\nx=10\r\ny=2\r\n"},
+      {"a matched name keeps its case", "[aB]\r\nXy=1\r\n", "Ab", "xY", "2", "[aB]\r\nXy=2\r\n"},
+      {"blanks around the value stay", "[A]\r\n\tx = 'old' \r\n", "A", "x", "new", "[A]\r\n\tx = new \r\n"},
+      {"a blank value takes a new one", "[A]\r\nx=\r\n[B]\r\n", "A", "x", "1", "[A]\r\nx=1\r\n[B]\r\n"},
+      {"an empty value leaves the key", "[A]\r\nx=1\r\n", "A", "x", "", "[A]\r\nx=\r\n"},
+      {"blanks of a value are kept", "[A]\r\n", "A", "x", " a ", "[A]\r\nx= a \r\n"},
+      {"those around a key are not", "[A]\r\n", "A", " x ", "a", "[A]\r\nx=a\r\n"},
+      {"a new key goes last", "[A]\r\nx=1\r\n;\r\n[B]\r\n", "A", "y", "2", "[A]\r\nx=1\r\n;\r\ny=2\r\n[B]\r\n"},
+      {"but before blank lines", "[A]\r\nx=1\r\n \r\n\r\n[B]", "A", "y", "2", "[A]\r\nx=1\r\ny=2\r\n \r\n\r\n[B]"},
+      {"and behind the header", "[A]\r\n\r\n[B]\r\n", "A", "x", "1", "[A]\r\nx=1\r\n\r\n[B]\r\n"},
+      {"the first of two sections counts", "[A]\n[A]\nx=1\n", "A", "x", "2", "[A]\nx=2\n[A]\nx=1\n"},
+      {"a comment is left alone", "[A]\r\n;x=1\r\n", "A", "x", "2", "[A]\r\n;x=1\r\nx=2\r\n"},
+      {"LF is kept", "[A]\nx=1\n", "B", "y", "2", "[A]\nx=1\n[B]\ny=2\n"},
+      {"CR is kept", "[A]\rx=1\r", "A", "y", "2", "[A]\rx=1\ry=2\r"},
+      {"mixed line ends are left alone", "[A]\nx=1\r\ny=2\n", "A", "x", "3", "[A]\nx=3\r\ny=2\n"},
+      {"an open last line is closed first", "[A]\nx=1", "A", "y", "2", "[A]\nx=1\ny=2\n"},
+      {"also for a section", "[A]\nx=1", "B", "y", "2", "[A]\nx=1\n[B]\ny=2\n"},
+      {"but stays open when replaced", "[A]\nx=1", "A", "x", "2", "[A]\nx=2"},
+      {"a byte-order mark is kept", "\xEF\xBB\xBF", "A", "x", "1", "\xEF\xBB\xBF[A]\r\nx=1\r\n"},
+      {"nothing breaks out", "", "A\n[B]", "x\ry", {"1\r\n[C]\0", 7}, "[A [B]]\r\nx y=1  [C] \r\n"},
+      {"and it is found again", "[A B]\r\nx y=1\r\n", "A\nB", "x\ny", "2", "[A B]\r\nx y=2\r\n"},
+  };
+  for (const auto& row : rows) {
+    ProfileText text(row.before);
+    text.Set(row.section, row.key, row.value);
+    EXPECT_EQ(text.Text(), row.after) << row.rule;
+  }
 }
 
-constexpr std::optional<std::string> kNothing;
-
-INSTANTIATE_TEST_SUITE_P(
-    Rules, Reading,
-    testing::Values(
-        ReadRow{"TheFirstMatchingSectionCounts", "[A]\r\nx=1\r\n[A]\r\nx=2\r\ny=3\r\n", {"A", "y"}, kNothing},
-        ReadRow{"TheFirstMatchingKeyCounts", "[A]\r\nx=1\r\nx=2\r\n", {"A", "x"}, "1"},
-        ReadRow{"AKeyOfAnotherSectionIsNotFound", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n", {"A", "y"}, kNothing},
-        ReadRow{"AKeyBeforeAnySectionIsNotFound", "x=1\r\n[A]\r\n", {"", "x"}, kNothing},
-        ReadRow{"NamesMatchWithoutRegardToCase", "[Dawn of War]\r\nName=x\r\n", {"dAWN OF wAR", "NAME"}, "x"},
-        ReadRow{"CaseIsDisregardedBeyondAscii", "[\xC4\x9F\xD8]\r\nx=1\r\n", {"\xE4\xFF\xF8", "x"}, "1"},
-        ReadRow{"SignsAreNotLetters", "[\xD7]\r\nx=1\r\n", {"\xF7", "x"}, kNothing},
-        ReadRow{"BlanksAroundAKeyDoNotCount", "[A]\r\n \tx\t = 1\r\n", {"A", "x"}, "1"},
-        ReadRow{"BlanksAroundAHeaderDoNotCount", "\t [A] \r\nx=1\r\n", {"A", "x"}, "1"},
-        ReadRow{"BlanksInsideAHeaderDoNotCount", "[ A\t]\r\nx=1\r\n", {"A ", "x"}, "1"},
-        ReadRow{"ANameOfBlanksIsAName", "[  ]\r\nx=1\r\n", {" ", "x"}, "1"},
-        ReadRow{"ANameMayHoldBrackets", "[A [1]]\r\nx=1\r\n", {"A [1]", "x"}, "1"},
-        ReadRow{"WhatFollowsAHeaderDoesNotCount", "[A] ; first\r\nx=1\r\n", {"A", "x"}, "1"},
-        ReadRow{"ABracketInALineIsNoHeader", "[A]\r\ny=[A\r\nz [B]\r\nx=1\r\n", {"A", "x"}, "1"},
-        ReadRow{"AnOpenHeaderIsPassedOver", "[A]\r\n[B\r\n[x=2\r\nx=1\r\n", {"A", "x"}, "1"},
-        ReadRow{"TheValueFollowsTheFirstEqualsSign", "[A]\r\nx=a=b\r\n", {"A", "x"}, "a=b"},
-        ReadRow{"BlanksAroundAValueDoNotCount", "[A]\r\nx= \t a b\t \r\n", {"A", "x"}, "a b"},
-        ReadRow{"ACommentIsNoKey", "[A]\r\n;x=1\r\n ; x=2\r\n", {"A", "; x"}, kNothing},
-        ReadRow{"ALineWithoutEqualsSignIsNoKey", "[A]\r\nx\r\nx=1\r\n", {"A", "x"}, "1"},
-        ReadRow{"AnEmptyValueIsAValue", "[A]\r\nx=\r\n", {"A", "x"}, ""},
-        ReadRow{"OnePairOfDoubleQuotesGoes", "[A]\r\nx= \"\" a\"\" \r\n", {"A", "x"}, "\" a\""},
-        ReadRow{"OnePairOfSingleQuotesGoes", "[A]\r\nx=' a '\r\n", {"A", "x"}, " a "},
-        ReadRow{"UnlikeQuotesStay", "[A]\r\nx='a\"\r\n", {"A", "x"}, "'a\""},
-        ReadRow{"ALoneQuoteStays", "[A]\r\nx=\"\r\n", {"A", "x"}, "\""},
-        ReadRow{"LinesEndInLfToo", "[A]\nx=1\n[B]\ny=2\n", {"B", "y"}, "2"},
-        ReadRow{"LinesEndInCrToo", "[A]\rx=1\r[B]\ry=2\r", {"B", "y"}, "2"},
-        ReadRow{"DoubledLineEndsAreBlankLines", "[A]\r\r\nx=1\r\r\n", {"A", "x"}, "1"},
-        ReadRow{"TheLastLineNeedsNoEnd", "[A]\r\nx=1", {"A", "x"}, "1"},
-        ReadRow{"AnEmptySectionAtTheEndHasNoKeys", "[A]", {"A", "x"}, kNothing},
-        ReadRow{"AByteOrderMarkIsSkipped", "\xEF\xBB\xBF[A]\r\nx=1\r\n", {"A", "x"}, "1"},
-        ReadRow{"ZeroBytesAreBytes", std::string("[A]\r\n\0=2\r\nx=a\0b\r\n", 17), {"A", "x"}, std::string("a\0b", 3)}),
-    RowName<ReadRow>);
-
-struct Set {
-  std::string_view section;
-  std::string_view key;
-  std::string_view value;
-};
-
-struct WriteRow {
-  const char* name;
-  std::string before;
-  Set set;
-  std::string after;
-};
-
-void PrintTo(const WriteRow& row, std::ostream* out) { *out << row.name; }
-
-class Writing : public testing::TestWithParam<WriteRow> {};
-
-TEST_P(Writing, ChangesOneValueAlone) {
-  const auto& [name, before, set, after] = GetParam();
-  ProfileText text(before);
-  text.Set(set.section, set.key, set.value);
-  EXPECT_EQ(text.Text(), after);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rules, Writing,
-    testing::Values(
-        WriteRow{"ANewFileEndsItsLinesInCrLf", "", {"A", "x", "1"}, "[A]\r\nx=1\r\n"},
-        WriteRow{"AMissingSectionGoesToTheEnd", "[A]\r\nx=1\r\n", {"B", "y", "2"}, "[A]\r\nx=1\r\n[B]\r\ny=2\r\n"},
-        WriteRow{
-            "AValueIsReplacedInItsPlace", "[A]\r\nx=1\r\ny=2\r\n", {"A", "x", "longer"}, "[A]\r\nx=longer\r\ny=2\r\n"},
-        WriteRow{"AMatchedNameKeepsItsCase", "[aB]\r\nXy=1\r\n", {"Ab", "xY", "2"}, "[aB]\r\nXy=2\r\n"},
-        WriteRow{"OnlyTheValueItselfIsReplaced", "[A]\r\n\tx = 'old' \r\n", {"A", "x", "new"}, "[A]\r\n\tx = new \r\n"},
-        WriteRow{"ABlankValueTakesANewOne", "[A]\r\nx=\r\n[B]\r\n", {"A", "x", "1"}, "[A]\r\nx=1\r\n[B]\r\n"},
-        WriteRow{"AnEmptyValueLeavesTheKey", "[A]\r\nx=1\r\n", {"A", "x", ""}, "[A]\r\nx=\r\n"},
-        WriteRow{"BlanksOfAValueAreKept", "[A]\r\n", {"A", "x", " a "}, "[A]\r\nx= a \r\n"},
-        WriteRow{"ANewKeyGoesLastInItsSection",
-                 "[A]\r\nx=1\r\n; note\r\n[B]\r\n",
-                 {"A", "y", "2"},
-                 "[A]\r\nx=1\r\n; note\r\ny=2\r\n[B]\r\n"},
-        WriteRow{"ANewKeyGoesBeforeTheBlankLineThatEndsItsSection",
-                 "[A]\r\nx=1\r\n \r\n\r\n[B]\r\n",
-                 {"A", "y", "2"},
-                 "[A]\r\nx=1\r\ny=2\r\n \r\n\r\n[B]\r\n"},
-        WriteRow{"ANewKeyOfAnEmptySectionFollowsItsHeader",
-                 "[A]\r\n\r\n[B]\r\n",
-                 {"A", "x", "1"},
-                 "[A]\r\nx=1\r\n\r\n[B]\r\n"},
-        WriteRow{
-            "TheFirstOfTwoSectionsIsWritten", "[A]\r\n[A]\r\nx=1\r\n", {"A", "x", "2"}, "[A]\r\nx=2\r\n[A]\r\nx=1\r\n"},
-        WriteRow{"AKeyInACommentIsLeftAlone", "[A]\r\n;x=1\r\n", {"A", "x", "2"}, "[A]\r\n;x=1\r\nx=2\r\n"},
-        WriteRow{"LfIsKept", "[A]\nx=1\n", {"B", "y", "2"}, "[A]\nx=1\n[B]\ny=2\n"},
-        WriteRow{"CrIsKept", "[A]\rx=1\r", {"A", "y", "2"}, "[A]\rx=1\ry=2\r"},
-        WriteRow{"MixedLineEndsAreLeftAlone", "[A]\nx=1\r\ny=2\n", {"A", "x", "3"}, "[A]\nx=3\r\ny=2\n"},
-        WriteRow{"AnOpenLastLineIsClosedFirst", "[A]\nx=1", {"A", "y", "2"}, "[A]\nx=1\ny=2\n"},
-        WriteRow{"AnOpenHeaderLineIsClosedFirst", "[A]", {"A", "x", "1"}, "[A]\r\nx=1\r\n"},
-        WriteRow{"AnOpenLastLineKeepsItsOpenEndWhenReplaced", "[A]\nx=1", {"A", "x", "2"}, "[A]\nx=2"},
-        WriteRow{"AByteOrderMarkIsKept", "\xEF\xBB\xBF", {"A", "x", "1"}, "\xEF\xBB\xBF[A]\r\nx=1\r\n"},
-        WriteRow{"NothingBreaksOutOfItsLine",
-                 "",
-                 {"A\n[B]", "x\ry", std::string_view("1\r\n[C]\0", 7)},
-                 "[A [B]]\r\nx y=1  [C] \r\n"},
-        WriteRow{"WhatWasMadeOneLineIsFoundAgain", "[A B]\r\nx y=1\r\n", {"A\nB", "x\ny", "2"}, "[A B]\r\nx y=2\r\n"}),
-    RowName<WriteRow>);
-
-// What was set is found again, in the order in which a command sets; some thousand keys as quickly as a few.
+// What was set is found again, in the order in which a command sets, and in a long section and among many.
 TEST(ProfileText, HoldsManyChanges) {
-  constexpr int kMany = 20'000;
+  constexpr int kMany = 2'000;
   ProfileText text("[A]\r\nx=1");
   std::string expected = "[A]\r\nx=1\r\n";
-  for (int i = 0; i < kMany; ++i) {
+  for (int i = 0; i < 2 * kMany; ++i) {
+    const std::string section = i < kMany ? "A" : "Game." + std::to_string(i);
     const std::string number = std::to_string(i);
-    EXPECT_FALSE(text.Find("A", "Dir" + number));
-    text.Set("A", "Dir" + number, "old");
-    text.Set("a", "DIR" + number, number);
-    EXPECT_EQ(text.Find("A", "Dir" + number), number);
-    expected += "Dir" + number + "=" + number + "\r\n";
+    EXPECT_FALSE(text.Find(section, "Dir" + number));
+    text.Set(section, "Dir" + number, "old");
+    text.Set(section == "A" ? "a" : section, "DIR" + number, number);
+    EXPECT_EQ(text.Find(section, "Dir" + number), number);
+    expected += (i < kMany ? "" : "[" + section + "]\r\n") + "Dir" + number + "=" + number + "\r\n";
   }
-  for (int i = 0; i < kMany; ++i) {
-    const std::string number = std::to_string(i);
-    text.Set("Game." + number, "Name", number);
-    EXPECT_EQ(text.Find("GAME." + number, "Name"), number);
-    expected += "[Game." + number + "]\r\nName=" + number + "\r\n";
-  }
-  EXPECT_TRUE(text.Text() == expected);
+  EXPECT_EQ(text.Text(), expected);
 }
 
-// Time grows with the text, not with its square.
-TEST(ProfileText, IsTakenApartInOnePassWhateverItHolds) {
-  constexpr std::size_t kMegabyte = 1'000'000;
-  for (const char* const filler : {"[", " [", "=", ";", "\r", "x", "[x]\n", "[]"}) {
+// In one pass: with the square of a megabyte, this would not come to an end.
+TEST(ProfileText, IsTakenApartWhateverItHolds) {
+  for (const char* const filler : {"[", " [", "\r", "[x]\n"}) {
     std::string text;
-    while (text.size() < kMegabyte) text += filler;
+    while (text.size() < 1'000'000) text += filler;
     text += "\n[A]\nx=1\n";
     EXPECT_EQ(ProfileText(text).Find("A", "x"), "1") << filler;
-    EXPECT_TRUE(ProfileText(text).Text() == text) << filler;
   }
 }
 
