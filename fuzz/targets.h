@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 // What is tried with any bytes whatever, by libFuzzer and, with the committed ones, by the tests. Each stops the
@@ -11,18 +13,26 @@ namespace fuzz {
 void TryProfile(std::string_view input);   // text|section|key|value|section|..., held against a plain model
 void TryRegistry(std::string_view input);  // key|value's name|value|text
 void TryPaths(std::string_view input);     // a Windows path|a path of this system
-void TryModule(std::string_view input);    // folder|template
 
 struct Target {
   const char* name;
   void (*tryInput)(std::string_view input);
 };
 inline constexpr std::array kTargets = {Target{"profile", TryProfile}, Target{"registry", TryRegistry},
-                                        Target{"paths", TryPaths}, Target{"module", TryModule}};
+                                        Target{"paths", TryPaths}};
 
 // Ends the program unless the rule holds.
-void Require(bool holds, const char* rule);
+inline void Require(bool holds, const char* rule) {
+  if (holds) return;
+  std::fprintf(stderr, "This does not hold: %s\n", rule);
+  std::abort();
+}
 
-std::string_view TakeField(std::string_view& input);
+inline std::string_view TakeField(std::string_view& input) {
+  const std::size_t length = std::min(input.find('|'), input.size());
+  const std::string_view field = input.substr(0, length);
+  input.remove_prefix(std::min(length + 1, input.size()));
+  return field;
+}
 
 }  // namespace fuzz
