@@ -10,31 +10,21 @@
 
 namespace {
 
-template <typename Number>
-std::string Hex(const char* format, Number number) {
-  std::array<char, 16> digits = {};
-  return {digits.data(), static_cast<std::size_t>(std::snprintf(digits.data(), digits.size(), format, number))};
+// A text as the file has it: `form` gives the two bytes of each of its characters, in this order or the other.
+std::string Written(std::string_view text, const char* form, bool isLowFirst) {
+  std::string written;
+  for (const unsigned int unit : platform::ToUtf16(text)) {
+    std::array<char, 32> room = {};
+    const unsigned int low = unit & 0xFFU;
+    const unsigned int high = unit >> 8U;
+    std::snprintf(room.data(), room.size(), form, isLowFirst ? low : high, isLowFirst ? high : low);
+    written += room.data();
+  }
+  return written;
 }
 
-// As the file has it, with all that is not a plain letter or digit escaped.
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char16_t unit : platform::ToUtf16(text)) {
-    const bool isPlain = (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'z') || unit == u' ';
-    escaped += isPlain ? std::string(1, static_cast<char>(unit)) : Hex("\\x%04x", unsigned{unit});
-  }
-  return escaped;
-}
-
-// The text's bytes in two lines for each of its characters.
-std::string Bytes(std::string_view text) {
-  std::string bytes;
-  for (const char16_t unit : platform::ToUtf16(text)) {
-    if (!bytes.empty()) bytes += ",\\\n  ";
-    bytes += Hex("%02x", unit & 0xFFU) + ",\\\r\n" + Hex("%02x", unsigned{unit} >> 8U);
-  }
-  return bytes;
-}
+std::string Escaped(std::string_view text) { return Written(text, "\\x%02x%02x", false); }
+std::string Bytes(std::string_view text) { return Written(text, ",\\\n  %02x,\\\r\n%02x", true).substr(5); }
 
 void RequireFound(const std::string& text, std::string_view key, std::string_view name, std::string_view data,
                   const char* rule) {

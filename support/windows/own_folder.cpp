@@ -1,10 +1,11 @@
 #include "support/own_folder.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ranges>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "platform/windows/system.h"
@@ -27,43 +28,30 @@ fs::path Executable() {
   return path;
 }
 
-bool IsBelow(const fs::path& path, const fs::path& folder) {
-  return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
-}
-
-// Removes what is below `folder`, but for `kept` and the folders above it.
-void RemoveBelow(const fs::path& folder, const fs::path& kept);
-
-void Remove(const fs::path& path, const fs::path& kept) {
-  if (path == kept) return;
-  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-  if (!fs::is_directory(path)) {
-    fs::remove(path);
-    return;
-  }
-  RemoveBelow(path, kept);
-  if (!IsBelow(kept, path)) fs::remove(path);
-}
-
-void RemoveBelow(const fs::path& folder, const fs::path& kept) {
-  std::vector<fs::path> entries;
-  for (const auto& entry : fs::directory_iterator(folder)) entries.push_back(entry.path());
-  for (const fs::path& entry : entries) Remove(entry, kept);
-}
-
 std::wstring NamesOnDriveC() {
   std::wstring names = L"|";
   for (const auto& entry : fs::directory_iterator(DriveC())) names += entry.path().filename().native() + L"|";
   return names;
 }
 
+// Removes what is on drive C: now and was not before, but for `kept` and the folders above it.
 void RemoveOurs(const std::wstring& notOurs, const fs::path& kept) {
   std::vector<fs::path> ours;
   for (const auto& entry : fs::directory_iterator(DriveC())) {
-    const bool isOurs = notOurs.find(L"|" + entry.path().filename().native() + L"|") == std::wstring::npos;
-    if (isOurs) ours.push_back(entry.path());
+    if (notOurs.find(L"|" + entry.path().filename().native() + L"|") != std::wstring::npos) continue;
+    ours.push_back(entry.path());
+    if (!entry.is_directory()) continue;
+    for (const auto& below : fs::recursive_directory_iterator(entry)) ours.push_back(below.path());
   }
-  for (const fs::path& path : ours) Remove(path, kept);
+  std::error_code isNotEmpty;
+  for (const fs::path& path : ours | std::views::reverse) {  // what is in a folder comes behind it
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    if (fs::is_directory(path)) {
+      fs::remove(path, isNotEmpty);
+    } else if (path != kept) {
+      fs::remove(path);
+    }
+  }
 }
 
 }  // namespace

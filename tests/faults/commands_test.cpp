@@ -94,7 +94,6 @@ void OpenNewMod(User& user) {
   user.Click("cmdNewMod");
   user.LookAt("frmNew");
   user.Type("Epsilon");
-  user.ClickEntry("lstDirs", "Maps");
 }
 
 void ConfirmNewMod(User& user) {
