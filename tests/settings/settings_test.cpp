@@ -60,15 +60,6 @@ TEST_F(Settings, ReadsGiveAtMost254CharactersOfAFileOfAnySize) {
   }
 }
 
-TEST_F(Settings, AFileThatDiffersInLetterCaseAloneIsTheSettingsFile) {
-  const fs::path found = support::ExecutableFolder() / "ULVANE.INI";
-  WriteFile(found, "[A]\nx=1\n");
-  EXPECT_EQ(GetSetting("A", "x", ""), "1");
-  PutSetting("A", "x", "2");
-  EXPECT_EQ(ReadFile(found), "[A]\nx=2\n");
-  EXPECT_FALSE(support::IsSpelledSo(SettingsFile()));
-}
-
 TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
   for (const std::string& text : {std::string("\xFF\xFE[\0A\0]\0", 8), std::string("\xFE\xFF\0[\0A\0]", 8)}) {
     WriteFile(SettingsFile(), text);
@@ -77,6 +68,14 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
     EXPECT_TRUE(Module1::Unread());
   }
   fs::remove(SettingsFile());
+  {
+    const Module1::Reading reading;
+    EXPECT_FALSE(Module1::Unread());
+    fs::remove(support::ExecutableFolder() / "Make.ini");
+    fs::create_directory(support::ExecutableFolder() / "Make.ini");
+    EXPECT_EQ(Module1::GetMakeNumber("Make", "NextDirNum", 5), 5);
+    EXPECT_TRUE(Module1::Unread()) << "of Make.ini, once it was asked for";
+  }
   fs::create_directory(SettingsFile());
   EXPECT_EQ(GetSetting("A", "x", "default"), "default");
   PutSetting("A", "x", "1");
