@@ -48,11 +48,6 @@ class Tree {
   fs::path prefix_;
 };
 
-bool Exists(const fs::path& path) {
-  std::error_code failure;
-  return fs::exists(fs::symlink_status(path, failure));
-}
-
 bool SamePlace(const fs::path& one, const fs::path& other) {
   return fs::weakly_canonical(one / "") == fs::weakly_canonical(other / "");
 }
@@ -65,32 +60,25 @@ std::string InOneCase(const fs::path& path) {
 
 // Going up and out of a drive means another place on each system, and where a name is longer than names can be, there
 // is no place.
-bool IsPlain(std::string_view path) {
+bool IsPlain(const std::string& path) {
   const fs::path names(path);
-  return path.find("..") == std::string_view::npos && path.find('\0') == std::string_view::npos && path.size() < 1000 &&
+  return path.find("..") == std::string::npos && path.find('\0') == std::string::npos && path.size() < 1000 &&
          std::all_of(names.begin(), names.end(), [](const fs::path& name) { return name.native().size() <= NAME_MAX; });
 }
 
-void TryWindowsPath(const std::optional<HostPath>& prefix, std::string_view windows) {
-  const auto host = platform::MapToHost(prefix, windows);
-  if (!host) return;
-  const std::string spelled = platform::AsSpelledOnDisk(*host).text;
-  fuzz::Require(platform::AsSpelledOnDisk({spelled}).text == spelled, "what is spelled as on the disk stays");
-  if (!IsPlain(windows)) return;
-  fuzz::Require(!Exists(host->text) || fs::path(spelled) == fs::path(host->text), "what is there is taken as spelled");
-  fuzz::Require(InOneCase(spelled) == InOneCase(host->text), "the spelling differs in letter case alone");
-  const auto back = platform::MapToWindows(prefix, {spelled});
-  if (!Exists(spelled) || !back) return;  // or the code page cannot spell it
-  const auto again = platform::MapToHost(prefix, *back);
-  fuzz::Require(again && SamePlace(again->text, spelled), "a file's Windows path leads to the file");
-}
-
-void TryHostPath(const std::optional<HostPath>& prefix, const std::string& host) {
-  const auto windows = platform::MapToWindows(prefix, {host});
-  if (!windows || !IsPlain(host)) return;
+void Try(const std::optional<HostPath>& prefix, const HostPath& host) {
+  const HostPath spelled = platform::AsSpelledOnDisk(host);
+  const auto windows = platform::MapToWindows(prefix, spelled);
+  if (!IsPlain(host.text)) return;
+  std::error_code untold;
+  const bool isThere = fs::exists(fs::symlink_status(host.text, untold));
+  fuzz::Require(!isThere || fs::path(spelled.text) == fs::path(host.text), "what is there is taken as spelled");
+  fuzz::Require(InOneCase(spelled.text) == InOneCase(host.text), "the spelling differs in letter case alone");
+  fuzz::Require(platform::AsSpelledOnDisk(spelled).text == spelled.text, "what is spelled as on the disk stays");
+  if (!windows) return;  // the code page cannot spell it
   fuzz::Require(windows->substr(1, 2) == ":\\" && windows->find('/') == std::string::npos, "it is a Windows path");
   const auto back = platform::MapToHost(prefix, *windows);
-  fuzz::Require(back && SamePlace(back->text, host), "a path's Windows path leads to it");
+  fuzz::Require(back && SamePlace(back->text, spelled.text), "a path's Windows path leads to it");
 }
 
 }  // namespace
@@ -98,8 +86,10 @@ void TryHostPath(const std::optional<HostPath>& prefix, const std::string& host)
 void fuzz::TryPaths(std::string_view input) {
   static const Tree tree;
   const std::string_view windows = TakeField(input);
-  TryWindowsPath(tree.Prefix(), windows);
-  TryWindowsPath(std::nullopt, windows);
-  TryHostPath(tree.Prefix(), "/" + std::string(input));
-  TryHostPath(tree.Prefix(), (tree.Games() / "").native() + std::string(input));
+  for (const auto& prefix : {tree.Prefix(), std::optional<HostPath>()}) {
+    if (const auto host = platform::MapToHost(prefix, windows)) Try(prefix, *host);
+  }
+  for (const std::string& folder : {std::string("/"), (tree.Games() / "").native()}) {
+    Try(tree.Prefix(), {folder + std::string(input)});
+  }
 }

@@ -129,7 +129,8 @@ BREAKS = {
         ("files->settings = EZINILib::WholeINI(SettingsFile());", "", "what could not be saved is shown as if it were"),
         ('IsThere(section, "Name") || ', "", "a mod without Active ends a damaged count"),
         ("files->make ? UnreadOf(*files->make)", "files->make ? UnreadOf(files->settings)", "an unreadable Make.ini is none"),
-        ("GetSetting(section, key, std::to_string(fallback))).value", "GetSetting(section, key, {})).value", "a missing number is 0"),
+        ("(GetSetting(section, key, std::to_string(fallback))).value_or(fallback)", "(GetSetting(section, key, {})).value_or(0)",
+         "a damaged number is 0"),
     ],
     "settings/file_failure.h": [
         ('reason.message() + "."', "reason.message()", "a sentence has no full stop"),
