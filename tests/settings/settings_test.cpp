@@ -122,7 +122,7 @@ TEST_F(Settings, AChangeReachesTheFileWhenItIsSaved) {
     const Module1::Change change;
     PutSetting("A", "x", "2");
     PutSetting("B", "y", longer);
-    EXPECT_EQ(GetSetting("A", "x", "") + GetSetting("B", "y", ""), "2" + longer.substr(0, 254));
+    EXPECT_EQ(GetSetting("B", "y", ""), longer.substr(0, 254));
     EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=1\n");
     EXPECT_FALSE(isSaved && Module1::Change::Save());
     EXPECT_EQ(GetSetting("A", "x", ""), "2");
