@@ -18,7 +18,7 @@ constexpr FontLayout kStar = {.family = "MS Sans Serif", .points = 18};
 
 // A button of the main window that has nothing to act on until the lists are filled.
 constexpr ControlLayout ModButton(std::string_view name, std::string_view caption, std::string_view tooltip,
-                                  platform::Place place, int tabOrder, FontLayout font = {}) {
+                                  platform::Place place, int tabOrder, std::string_view fills, FontLayout font = {}) {
   return {.name = name,
           .kind = Button,
           .caption = caption,
@@ -26,7 +26,8 @@ constexpr ControlLayout ModButton(std::string_view name, std::string_view captio
           .tabOrder = tabOrder,
           .font = font,
           .tooltip = tooltip,
-          .initially = Initially::Disabled};
+          .initially = Initially::Disabled,
+          .fills = fills};
 }
 
 constexpr std::array kMainControls = {
@@ -90,13 +91,13 @@ constexpr std::array kMainControls = {
                   .tabOrder = 13,
                   .font = ComicBold(11.25),
                   .tooltip = "New Mod"},
-    ModButton("cmdDeleteMod", "X", "Delete Mod", {120, 2040, 375, 375}, 14, ComicBold(9)),
-    ModButton("cmdActivate1", ">", "Activate Selected", {3000, 1560, 375, 375}, 7),
-    ModButton("cmdDeactivate1", "<", "Deactivate Selected", {3000, 2040, 375, 375}, 8),
-    ModButton("cmdActivateAll", ">>", "Activate All", {3000, 2640, 375, 375}, 9),
-    ModButton("cmdDeactivateAll", "<<", "Deactivate All", {3000, 3120, 375, 375}, 10),
-    ModButton("cmdMoveUp", "/\\", "Move Selected Up", {5880, 1560, 375, 375}, 11),
-    ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12),
+    ModButton("cmdDeleteMod", "X", "Delete Mod", {120, 2040, 375, 375}, 14, "lstNotActive", ComicBold(9)),
+    ModButton("cmdActivate1", ">", "Activate Selected", {3000, 1560, 375, 375}, 7, "lstActive"),
+    ModButton("cmdDeactivate1", "<", "Deactivate Selected", {3000, 2040, 375, 375}, 8, "lstNotActive"),
+    ModButton("cmdActivateAll", ">>", "Activate All", {3000, 2640, 375, 375}, 9, "lstActive"),
+    ModButton("cmdDeactivateAll", "<<", "Deactivate All", {3000, 3120, 375, 375}, 10, "lstNotActive"),
+    ModButton("cmdMoveUp", "/\\", "Move Selected Up", {5880, 1560, 375, 375}, 11, "lstActive"),
+    ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12, "lstActive"),
 };
 
 constexpr std::array kNewControls = {

@@ -2,7 +2,8 @@
 #include "mods/frmMain.h"
 #include "platform/events.h"
 
-// The mod lists are not refilled here: they follow the selector when the focus leaves it.
+// The mod lists are not refilled here: they follow the selector when the focus leaves it. So that is where the focus is
+// afterwards, and the next click finds the lists of the game that it acts on.
 void frmMain::cmdGoToGames_Click() const {
   window_.TakeOutOfUse();
   {
@@ -12,4 +13,5 @@ void frmMain::cmdGoToGames_Click() const {
     setup.Close();
   }
   window_.PutBackIntoUse();
+  lstGame.TakeFocus();
 }

@@ -19,7 +19,11 @@ struct NativeTextBox;
 class Button {
  public:
   explicit Button(NativeButton& native) : native_(&native) {}
+
+  // A button with the focus hands it, when it is disabled, to the list that its layout names: to no other command.
   void SetEnabled(bool isEnabled) const;
+
+  // What the user presses while the handler runs, outside of the dialogs that it shows, is dropped.
   void OnClick(std::function<void()> handler) const;
 
  private:
@@ -35,6 +39,7 @@ class DropDownList {
   int Count() const;
   void Select(int position) const;
   std::string Text() const;  // of the selected entry; empty when there is none
+  void TakeFocus() const;
 
   // Called when the keyboard focus leaves the list for another control of its window, before that control acts on the
   // click that took the focus. Not called when the list's entries are shown, nor when the window as a whole loses the
@@ -67,6 +72,7 @@ class ListBox {
   NativeListBox* native_;
 };
 
+// Takes no character that the code page lacks, and says so beside it.
 class TextBox {
  public:
   explicit TextBox(NativeTextBox& native) : native_(&native) {}

@@ -17,7 +17,7 @@ enum class Answer : std::uint8_t { Ok, Cancel, Yes, No };
 // Escape, the close box, and a program that is asked to quit, answer Cancel or No where there is such a button.
 Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title);
 
-// The text entered; empty on cancel.
+// The text entered; empty on cancel. Takes no character that the code page lacks, and says so beside the text.
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText);
 
 struct FileFilter {

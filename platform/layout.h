@@ -53,6 +53,7 @@ struct ControlLayout {
   Initially initially = Initially::Enabled;
   ButtonRole role = ButtonRole::Plain;
   std::string_view spokenName = {};  // for screen readers; the tooltip or the caption, where it is empty
+  std::string_view fills = {};       // a button's: the list that takes the focus from it when it is disabled
 };
 
 struct Colour {

@@ -41,8 +41,8 @@ class Window {
   // Called once the window has closed and its handlers have returned, so the window may be destroyed in it.
   void OnClosed(std::function<void()> handler) const;
 
-  // Out of use, the window stays visible, takes no input and refuses to be closed. Back in use, it has the focus where
-  // it was.
+  // Out of use, the window stays visible, takes no input and refuses to be closed. Back in use, none of its controls
+  // has the focus until one takes it.
   void TakeOutOfUse() const;
   void PutBackIntoUse() const;
 

@@ -3,15 +3,18 @@
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QFontInfo>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -498,6 +501,49 @@ int User::DoInACopy(const std::function<void(User&)>& acts) {
     if (!status) hands_->GoOnInCopy(acts);
   });
   return *status;
+}
+
+void User::Hold(Key key) {
+  Press(key);
+  constexpr int kTimes = 3;
+  for (int i = 0; i < kTimes; ++i) {
+    Do([&] {
+      QKeyEvent again(QEvent::KeyPress, ToQtKey(key), Qt::NoModifier, key == Key::Space ? " " : "", true);
+      if (QWindow* const window = QGuiApplication::focusWindow()) QApplication::sendEvent(window, &again);
+    });
+  }
+}
+
+void User::TurnWheel(std::string_view control) {
+  Do([&] {
+    const QWidget& widget = Control(control);
+    const QPointF point = widget.mapTo(&Window(), widget.rect().center());
+    const QPoint notch(0, -QWheelEvent::DefaultDeltasPerStep);
+    QWheelEvent event(point, point, {}, notch, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);  // as one from the display, which may give the focus as well
+    QApplication::instance()->notify(Window().windowHandle(), &event);
+  });
+}
+
+void User::Paste(std::u16string_view text) {
+  Do([&] {
+    QApplication::clipboard()->setText(QString::fromStdU16String(std::u16string(text)));
+    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_V, Qt::ControlModifier);
+  });
+}
+
+void User::ClickWhile(std::string_view button, std::string_view list, std::string_view other) {
+  QMetaObject::Connection connection;
+  Do([&] {
+    const auto meanwhile = [window = Window().windowHandle(), control = &Control(other)] {
+      ClickAt(*control, control->rect().center());
+      window->close();
+    };
+    connection = QObject::connect(As<QListWidget>(Control(list)).model(), &QAbstractItemModel::rowsInserted,
+                                  [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); });
+  });
+  Click(button);
+  if (!HasEnded()) Do([&] { QObject::disconnect(connection); });
 }
 
 int Use(const std::function<void(User&)>& acts) {

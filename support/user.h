@@ -84,6 +84,12 @@ class User {
   // hangs is ended by SIGALRM. `acts` holds no reference to the caller's variables, which the copy does not have.
   int DoInACopy(const std::function<void(User&)>& acts);
 
+  void Hold(Key key);                        // down for so long that it comes again
+  void TurnWheel(std::string_view control);  // one notch, over it
+  void Paste(std::u16string_view text);      // where the focus is
+  // Clicks the button; while its command fills the list, clicks the other, and the close box.
+  void ClickWhile(std::string_view button, std::string_view list, std::string_view other);
+
  private:
   QWidget& Window() const;
   QWidget& Control(std::string_view name) const;

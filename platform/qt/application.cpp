@@ -3,9 +3,13 @@
 #include <QApplication>
 #include <QEvent>
 #include <QIcon>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMetaObject>
 #include <QMessageLogContext>
 #include <QSocketNotifier>
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -24,11 +28,36 @@ static void LoadIcon() { Q_INIT_RESOURCE(icon); }
 namespace platform {
 namespace {
 
-// The desktop asks by this event, at the end of its session for one. The toolkit would ask every window to close first,
-// and stay when one refuses.
-struct QuitEventFilter : QObject {
+bool IsPressed(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Keys that click are to click once, however long they are held down, also where the first click has opened a dialog.
+bool IsHeldDown(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress && event.type() != QEvent::ShortcutOverride) return false;
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  if (!key.isAutoRepeat()) return false;
+  const bool isTyped = key.key() == Qt::Key_Space && qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
+  constexpr std::array kClicking = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape, Qt::Key_Space};
+  return std::ranges::find(kClicking, key.key()) != kClicking.end() && !isTyped;
+}
+
+struct EventFilter : QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override {
+    if ((IsDroppingInput() && IsPressed(*event)) || IsHeldDown(*event)) return true;
     if (event->type() != QEvent::Quit) return QObject::eventFilter(receiver, event);
+    // The desktop asks by this event, at the end of its session for one. The toolkit would ask every window to close
+    // first, and stay when one refuses.
     Quit();
     return true;
   }
@@ -54,10 +83,11 @@ struct Running {
 
   std::span<const WindowLayout> layouts;
   QApplication application;
-  QuitEventFilter quitEventFilter;
+  EventFilter eventFilter;
   std::unique_ptr<QSocketNotifier> quitRequests;
   int openWindows = 0;
   bool isInMainLoop = false;
+  bool isDroppingInput = false;
   bool isQuitting = false;
 };
 
@@ -93,7 +123,7 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   LoadIcon();
   QApplication::setWindowIcon(QIcon(":/gantrel.png"));
   QGuiApplication::setDesktopFileName("gantrel");
-  qApp->installEventFilter(&running->quitEventFilter);
+  qApp->installEventFilter(&running->eventFilter);
   // At the end of its session, Windows tells only this much while the program waits in an event loop of its own.
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, Quit);
   if (const int descriptor = QuitRequestDescriptor(); descriptor >= 0) {
@@ -134,6 +164,21 @@ void NoteWindowOpened() { ++running->openWindows; }
 void NoteWindowClosed() {
   if (--running->openWindows == 0 && running->isInMainLoop) Quit();
 }
+
+void DropPendingInput() {
+  constexpr int kLongest = 100;  // milliseconds
+  running->isDroppingInput = true;
+  QCoreApplication::processEvents(QEventLoop::AllEvents, kLongest);
+  running->isDroppingInput = false;
+}
+
+// From the event loop, since a window may be destroyed by what is pending, and it may be the one whose handler this is.
+void DropInputAfterHandler() {
+  running->isDroppingInput = true;
+  QMetaObject::invokeMethod(qApp, DropPendingInput, Qt::QueuedConnection);
+}
+
+bool IsDroppingInput() { return running->isDroppingInput; }
 
 // Ending the loops says once more that the program is about to quit, in some versions of the toolkit.
 void Quit() {

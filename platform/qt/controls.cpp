@@ -5,13 +5,63 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionViewItem>
+#include <QToolTip>
+#include <QValidator>
 #include <QWheelEvent>
+#include <algorithm>
 #include <utility>
 
 #include "platform/qt/native.h"
+#include "platform/qt/run.h"
 #include "platform/qt/text.h"
 
 namespace platform {
+namespace {
+
+// As text, whatever it looks like.
+QString ToToolTip(const QString& text) {
+  return "<p style='white-space:pre'>" + text.toHtmlEscaped().replace('\n', "<br>") + "</p>";
+}
+
+class CodePageValidator : public QValidator {
+ public:
+  explicit CodePageValidator(QLineEdit& box) : QValidator(&box), box_(&box) {}
+
+  State validate(QString& text, int& cursor) const override {
+    QString kept;
+    QString leftOut;
+    for (const char32_t character : text.toUcs4()) {
+      const QString one = QString::fromUcs4(&character, 1);
+      (FromUtf16Exactly(one.toStdU16String()) ? kept : leftOut) += one;
+    }
+    if (leftOut.isEmpty()) {
+      Say("");
+    } else {
+      cursor = static_cast<int>(std::max<qsizetype>(cursor - leftOut.size(), 0));
+      text = kept;
+      Say("Left out: " + leftOut + "\nThe game's own files cannot spell it.");
+    }
+    return Acceptable;
+  }
+
+ private:
+  void Say(const QString& hint) const {
+    if (hint.isEmpty() && box_->accessibleDescription().isEmpty()) return;
+    box_->setAccessibleDescription(hint);
+    QToolTip::showText(box_->mapToGlobal(QPoint(0, box_->height())), hint.isEmpty() ? "" : ToToolTip(hint), box_);
+  }
+
+  QLineEdit* box_;
+};
+
+}  // namespace
+
+void KeepToCodePage(QLineEdit& box) { box.setValidator(new CodePageValidator(box)); }
+
+NativeTextBox::NativeTextBox(QWidget* parent) : QLineEdit(parent) { KeepToCodePage(*this); }
+
+// By its own policy the wheel would bring it the focus first, and then choose.
+NativeDropDownList::NativeDropDownList(QWidget* parent) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
 
 void NativeDropDownList::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
@@ -62,10 +112,16 @@ void NativeListBox::paintEvent(QPaintEvent* event) {
                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere, emptyText);
 }
 
-void Button::SetEnabled(bool isEnabled) const { native_->setEnabled(isEnabled); }
+void Button::SetEnabled(bool isEnabled) const {
+  if (!isEnabled && native_->hasFocus() && native_->fills != nullptr) native_->fills->setFocus();
+  native_->setEnabled(isEnabled);
+}
 
 void Button::OnClick(std::function<void()> handler) const {
-  QObject::connect(native_, &QPushButton::clicked, native_, std::move(handler));
+  QObject::connect(native_, &QPushButton::clicked, native_, [click = std::move(handler)] {
+    click();
+    DropInputAfterHandler();
+  });
 }
 
 void DropDownList::Clear() const { native_->clear(); }
@@ -77,6 +133,8 @@ int DropDownList::Count() const { return native_->count(); }
 void DropDownList::Select(int position) const { native_->setCurrentIndex(position); }
 
 std::string DropDownList::Text() const { return FromQt(native_->currentText()); }
+
+void DropDownList::TakeFocus() const { native_->setFocus(); }
 
 void DropDownList::OnValidate(std::function<void()> handler) const { native_->onValidate = std::move(handler); }
 

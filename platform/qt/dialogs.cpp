@@ -5,11 +5,14 @@
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <filesystem>
 
 #include "platform/paths.h"
+#include "platform/qt/native.h"
+#include "platform/qt/run.h"
 #include "platform/qt/text.h"
 
 namespace platform {
@@ -61,6 +64,7 @@ QString ToQtPath(const HostPath& path) {
 }  // namespace
 
 Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title) {
+  DropPendingInput();  // it is no answer
   QMessageBox box(QApplication::activeWindow());
   box.setWindowModality(Qt::ApplicationModal);
   box.setWindowTitle(ToQt(title));
@@ -88,6 +92,7 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
   dialog.setTextValue(ToQt(defaultText));
   dialog.setLabelText(ToQt(prompt));
   if (auto* const label = dialog.findChild<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  if (auto* const box = dialog.findChild<QLineEdit*>()) KeepToCodePage(*box);
   return dialog.exec() == QDialog::Accepted ? FromQt(dialog.textValue()) : std::string();
 }
 

@@ -19,10 +19,11 @@ namespace platform {
 
 struct NativeButton : QPushButton {
   using QPushButton::QPushButton;
+  QWidget* fills = nullptr;
 };
 
 struct NativeDropDownList : QComboBox {
-  using QComboBox::QComboBox;
+  explicit NativeDropDownList(QWidget* parent);
   std::function<void()> onValidate;
 
  protected:
@@ -41,8 +42,11 @@ struct NativeListBox : QListWidget {
 };
 
 struct NativeTextBox : QLineEdit {
-  using QLineEdit::QLineEdit;
+  explicit NativeTextBox(QWidget* parent);
 };
+
+// Leaves out what the code page cannot spell, and says so in a tooltip below the box and in its description.
+void KeepToCodePage(QLineEdit& box);
 
 struct NativeWindow : QWidget {
   explicit NativeWindow(const WindowLayout& layout);
@@ -54,6 +58,7 @@ struct NativeWindow : QWidget {
 
   void Open();
   void OpenInFrontOf(NativeWindow& other);
+  void CloseByItself();
   void TakeOutOfUse();
   void PutBackIntoUse();
 
@@ -72,15 +77,16 @@ struct NativeWindow : QWidget {
   void BringWhatIsInFront();
   void TakeDesktopsSize();
   void AddControl(const ControlLayout& control);
+  void ConnectControl(const ControlLayout& control);
   void SetTabOrder();
 
   const WindowLayout& layout_;
   QPushButton* defaultButton_ = nullptr;
   QPushButton* cancelButton_ = nullptr;
-  QPointer<QWidget> focusBefore_;
   QPointer<NativeWindow> inFront_;
   bool isOpen_ = false;
   bool isInUse_ = true;
+  bool closesByItself_ = false;
 };
 
 }  // namespace platform

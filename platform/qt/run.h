@@ -16,6 +16,14 @@ const WindowLayout& FindLayout(std::string_view name);
 void NoteWindowOpened();
 void NoteWindowClosed();
 
+// Drops what is pending of clicks, keys and requests to close: it was meant for what the screen showed before.
+void DropPendingInput();
+
+// The same once the running handler has returned.
+void DropInputAfterHandler();
+
+bool IsDroppingInput();
+
 // Ends the event loops, the nested ones included, for good.
 void Quit();
 bool IsQuitting();

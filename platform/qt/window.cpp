@@ -93,6 +93,7 @@ NativeWindow::NativeWindow(const WindowLayout& layout)
     setPalette(colours);
   }
   for (const ControlLayout& control : layout.controls) AddControl(control);
+  for (const ControlLayout& control : layout.controls) ConnectControl(control);
   SetTabOrder();
 }
 
@@ -116,6 +117,11 @@ void NativeWindow::AddControl(const ControlLayout& control) {
   if (control.role == ButtonRole::Default) defaultButton_ = qobject_cast<QPushButton*>(widget);
   if (control.role == ButtonRole::Cancel) cancelButton_ = qobject_cast<QPushButton*>(widget);
   controls.emplace(control.name, widget);
+}
+
+void NativeWindow::ConnectControl(const ControlLayout& control) {
+  if (!control.fills.empty())
+    Find<NativeButton>(*this, control.name).fills = &Find<NativeListBox>(*this, control.fills);
 }
 
 void NativeWindow::SetTabOrder() {
@@ -154,16 +160,20 @@ void NativeWindow::OpenInFrontOf(NativeWindow& other) {
   Open();
 }
 
+void NativeWindow::CloseByItself() {
+  closesByItself_ = true;
+  close();
+  closesByItself_ = false;
+}
+
 void NativeWindow::TakeOutOfUse() {
   isInUse_ = false;
-  focusBefore_ = focusWidget();
   setEnabled(false);
 }
 
 void NativeWindow::PutBackIntoUse() {
   isInUse_ = true;
   setEnabled(true);
-  if (focusBefore_ != nullptr) focusBefore_->setFocus();
   if (!isOpen_) return;
   activateWindow();
 }
@@ -197,7 +207,7 @@ void NativeWindow::TakeDesktopsSize() {
 
 void NativeWindow::closeEvent(QCloseEvent* event) {
   if (!isOpen_) return;  // the display may ask once more while the window is going
-  bool cancel = !isInUse_;
+  bool cancel = !isInUse_ || (IsDroppingInput() && !closesByItself_);
   if (!cancel && onUnload) onUnload(cancel);
   event->setAccepted(!cancel);
   if (cancel) return;
@@ -251,7 +261,7 @@ void Window::Show() const { native_->Open(); }
 
 void Window::ShowInFrontOf(const Window& other) const { native_->OpenInFrontOf(*other.native_); }
 
-void Window::Close() const { native_->close(); }
+void Window::Close() const { native_->CloseByItself(); }
 
 void Window::OnUnload(std::function<void(bool& cancel)> handler) const { native_->onUnload = std::move(handler); }
 

@@ -118,7 +118,7 @@ TEST_F(Setup, TheMainWindowIsOutOfUseUntilTheDialogHasEnded) {
     EXPECT_TRUE(user.IsInUse());
     user.AwaitActiveWindow();
     EXPECT_EQ(user.ActiveWindow(), "frmMain");
-    EXPECT_EQ(user.Focus(), "cmdGoToGames");
+    EXPECT_EQ(user.Focus(), "lstGame");
   });
 }
 
