@@ -9,6 +9,7 @@ using platform::Colours;
 using platform::ControlLayout;
 using platform::FontLayout;
 using platform::Initially;
+using platform::KeyLayout;
 using platform::WindowLayout;
 using enum platform::ControlKind;
 
@@ -50,11 +51,8 @@ constexpr std::array kMainControls = {
                   .place = {0, 600, 1935, 255},
                   .tabOrder = 1,
                   .font = Comic(9.75)},
-    ControlLayout{.name = "lstGame",
-                  .kind = DropDownList,
-                  .place = {840, 600, 4935, 375},
-                  .tabOrder = 2,
-                  .spokenName = "Product"},
+    ControlLayout{
+        .name = "lstGame", .kind = DropDownList, .place = {840, 600, 4935, 375}, .tabOrder = 2, .label = "Label1"},
     ControlLayout{.name = "cmdGoToGames",
                   .kind = Button,
                   .caption = "*",
@@ -74,16 +72,10 @@ constexpr std::array kMainControls = {
                   .place = {3480, 1200, 2295, 375},
                   .tabOrder = 6,
                   .font = ComicBold(9.75)},
-    ControlLayout{.name = "lstNotActive",
-                  .kind = ListBox,
-                  .place = {600, 1560, 2295, 3630},
-                  .tabOrder = 3,
-                  .spokenName = "Available Mods"},
-    ControlLayout{.name = "lstActive",
-                  .kind = ListBox,
-                  .place = {3480, 1560, 2295, 3630},
-                  .tabOrder = 5,
-                  .spokenName = "Activated Mods"},
+    ControlLayout{
+        .name = "lstNotActive", .kind = ListBox, .place = {600, 1560, 2295, 3630}, .tabOrder = 3, .label = "Label2"},
+    ControlLayout{
+        .name = "lstActive", .kind = ListBox, .place = {3480, 1560, 2295, 3630}, .tabOrder = 5, .label = "Label3"},
     ControlLayout{.name = "cmdNewMod",
                   .kind = Button,
                   .caption = "+",
@@ -98,6 +90,16 @@ constexpr std::array kMainControls = {
     ModButton("cmdDeactivateAll", "<<", "Deactivate All", {3000, 3120, 375, 375}, 10, "lstNotActive"),
     ModButton("cmdMoveUp", "/\\", "Move Selected Up", {5880, 1560, 375, 375}, 11, "lstActive"),
     ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12, "lstActive"),
+};
+
+constexpr std::array kMainKeys = {
+    KeyLayout{.key = "Enter", .target = "cmdActivate1", .list = "lstNotActive"},
+    KeyLayout{.key = "Enter", .target = "cmdDeactivate1", .list = "lstActive"},
+    KeyLayout{.key = "Delete", .target = "cmdDeleteMod", .list = "lstNotActive"},
+    KeyLayout{.key = "Alt+Up", .target = "cmdMoveUp", .list = "lstActive"},
+    KeyLayout{.key = "Alt+Down", .target = "cmdMoveDown", .list = "lstActive"},
+    KeyLayout{.key = "Insert", .target = "cmdNewMod"},
+    KeyLayout{.key = "F5", .target = "lstGame"},
 };
 
 constexpr std::array kNewControls = {
@@ -120,19 +122,15 @@ constexpr std::array kNewControls = {
                   .place = {120, 120, 1695, 375},
                   .tabOrder = 2,
                   .font = Comic(9.75)},
-    ControlLayout{
-        .name = "txtName", .kind = TextBox, .place = {720, 120, 2775, 375}, .tabOrder = 3, .spokenName = "Name"},
+    ControlLayout{.name = "txtName", .kind = TextBox, .place = {720, 120, 2775, 375}, .tabOrder = 3, .label = "Label1"},
     ControlLayout{.name = "Label2",
                   .kind = Label,
                   .caption = "Data Folder(s):",
                   .place = {120, 720, 1455, 255},
                   .tabOrder = 4,
                   .font = Comic(9.75)},
-    ControlLayout{.name = "lstDirs",
-                  .kind = MultiListBox,
-                  .place = {120, 960, 3375, 1485},
-                  .tabOrder = 6,
-                  .spokenName = "Data Folder(s)"},
+    ControlLayout{
+        .name = "lstDirs", .kind = MultiListBox, .place = {120, 960, 3375, 1485}, .tabOrder = 6, .label = "Label2"},
 };
 
 constexpr std::array kSetupControls = {
@@ -156,14 +154,14 @@ constexpr std::array kSetupControls = {
                   .place = {120, 480, 375, 375},
                   .tabOrder = 2,
                   .font = ComicBold(11.25),
-                  .spokenName = "New"},
+                  .tooltip = "New"},
     ControlLayout{.name = "cmdDelete",
                   .kind = Button,
                   .caption = "X",
                   .place = {120, 960, 375, 375},
                   .tabOrder = 3,
                   .font = ComicBold(9.75),
-                  .spokenName = "Delete"},
+                  .tooltip = "Delete"},
 };
 
 constexpr Colours kWhiteOnGrey = {.background = {128, 128, 128}, .labels = {255, 255, 255}};
@@ -175,7 +173,8 @@ constexpr std::array kWindows = {
                  .height = 5295,
                  .font = Comic(9),
                  .controls = kMainControls,
-                 .colours = kWhiteOnGrey},
+                 .colours = kWhiteOnGrey,
+                 .keys = kMainKeys},
     WindowLayout{.name = "frmNew",
                  .caption = "New Mod",
                  .width = 3600,

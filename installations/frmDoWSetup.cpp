@@ -123,6 +123,9 @@ void frmDoWSetup::RefreshGames() const {
       const std::string name = Module1::GameName(n);
       games.push_back(name + " (" + Module1::GamePath(name) + ")");
     }
+    const auto unread = Module1::Unread();
+    lstGames.SetEmptyText(unread ? unread->Sentence()
+                                 : "No installation was found. Click on + and pick the game's W40k.exe.");
     lstGames.Fill(games);
   }
   platform::DoEvents();

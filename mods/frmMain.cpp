@@ -3,6 +3,7 @@
 #include "mods/failure_message.h"
 #include "mods/frmNew.h"
 #include "platform/events.h"
+#include "platform/files.h"
 #include "settings/Module1.h"
 #include "settings/schema.h"
 
@@ -24,6 +25,12 @@ frmMain::frmMain()
       cmdDeleteMod(window_.Button("cmdDeleteMod")),
       cmdGoToGames(window_.Button("cmdGoToGames")) {
   lstGame.OnValidate([this] { lstGame_Validate(); });
+  lstGame.OnToolTip([this] {
+    const std::string file = ModuleFile();
+    return file.empty() ? "" : "Folder: " + GetBPath() + "\nModule file: " + file;
+  });
+  lstNotActive.OnToolTip([this](int position) { return DataFolders(lstNotActive.Text(position)); });
+  lstActive.OnToolTip([this](int position) { return DataFolders(lstActive.Text(position)); });
   cmdActivate1.OnClick([this] { cmdActivate1_Click(); });
   cmdDeactivate1.OnClick([this] { cmdDeactivate1_Click(); });
   cmdActivateAll.OnClick([this] { cmdActivateAll_Click(); });
@@ -76,6 +83,24 @@ std::string frmMain::GetBPath() const {
   }
   platform::DoEvents();
   return "";
+}
+
+// A mod's data folders, a line each; nothing for one that is not registered.
+std::string frmMain::DataFolders(const std::string& mod) const {
+  const Module1::Reading reading;
+  const std::string game = SelectedGame();
+  const std::int64_t n = Module1::FindMod(game, mod);
+  if (n == Module1::kNoMod) return "";
+  const std::string section = schema::ModSection(game, n);
+  const std::int64_t count = Module1::DirCount(section);
+  if (count <= 0) return "No data folders";
+  const std::string base = DataFolderBase();
+  std::string lines = "Data folders:";
+  for (std::int64_t k = 1; k <= count; ++k) {
+    const std::string folder = GetSetting(section, schema::DirKey(k), "");
+    lines += "\n" + folder + (platform::IsMissingFolder(base + "\\" + folder) ? " (missing)" : "");
+  }
+  return lines;
 }
 
 void frmMain::lstGame_Validate() const { ListMods(); }

@@ -42,6 +42,12 @@ class frmMain {
   // The selected game's install folder, a Windows path; empty when the game is not registered.
   std::string GetBPath() const;
 
+  // The folder that holds the data folders of the selected game, a Windows path; empty when the game is not registered.
+  std::string DataFolderBase() const;
+
+  // The selected game's module file, a Windows path; empty when the game is not registered.
+  std::string ModuleFile() const;
+
   // Writes the selected game's module file, and returns what kept it from that. Does nothing when the game is not
   // registered.
   std::optional<FileFailure> MakeModule() const;
@@ -61,6 +67,8 @@ class frmMain {
   void cmdMoveDown_Click() const;
   void cmdNewMod_Click();
   void cmdDeleteMod_Click() const;
+
+  std::string DataFolders(const std::string& mod) const;
 
   std::optional<FileFailure> SetActive(const platform::ListBox& list, std::string_view flag) const;
   void SetAllActive(const platform::ListBox& list, std::string_view flag) const;

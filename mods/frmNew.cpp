@@ -33,13 +33,19 @@ void RegisterMod(const std::string& game, const std::string& name, const std::ve
 
 }  // namespace
 
+std::string frmMain::DataFolderBase() const {
+  std::string folder = GetBPath();
+  if (folder.empty()) return "";
+  if (!folder.ends_with('\\')) folder += '\\';
+  return folder + "W40k";
+}
+
 void frmMain::cmdNewMod_Click() {
   const Module1::Reading reading;
   if (const auto unread = Module1::Unread()) return ShowFailure("New Mod", unread);
-  std::string folder = GetBPath();
+  const std::string folder = DataFolderBase();
   if (folder.empty()) return Refuse("Please set up a game first.", platform::Icon::Exclamation);
-  if (!folder.ends_with('\\')) folder += '\\';
-  const auto dialog = newMods_.emplace(newMods_.end(), *this, folder + "W40k");
+  const auto dialog = newMods_.emplace(newMods_.end(), *this, folder);
   dialog->OnClosed([this, dialog] { newMods_.erase(dialog); });
   dialog->Show();
 }

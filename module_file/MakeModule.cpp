@@ -53,16 +53,21 @@ void AppendMods(const std::string& game, std::int64_t modCount, std::int64_t num
 
 }  // namespace
 
+std::string frmMain::ModuleFile() const {
+  const Module1::Reading reading;
+  const std::string folder = GetBPath();
+  return folder.empty() ? "" : folder + GetMakeSetting("Make", "Outfile", "Ulvane.module");
+}
+
 // The whole text comes first: the module file changes only when everything that belongs into it could be read.
 std::optional<FileFailure> frmMain::MakeModule() const {
   const Module1::Reading reading;
   const std::string game = SelectedGame();
   const std::int64_t firstNumber = Module1::GetMakeNumber("Make", "NextDirNum", 5);
   const std::int64_t modCount = Module1::ModCount(game);
-  const std::string folder = GetBPath();
+  const std::string file = ModuleFile();
   if (const auto unread = Module1::Unread()) return NotMade(unread->file, unread->what, unread->reason);
-  if (folder.empty()) return std::nullopt;
-  const std::string file = folder + GetMakeSetting("Make", "Outfile", "Ulvane.module");
+  if (file.empty()) return std::nullopt;
 
   const std::string header = GetMakeSetting("Make", "Header", "HEADER");
   const std::string footer = GetMakeSetting("Make", "Footer", "FOOTER");

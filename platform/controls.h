@@ -46,6 +46,9 @@ class DropDownList {
   // focus or is taken out of use.
   void OnValidate(std::function<void()> handler) const;
 
+  // Asked for the tooltip each time that it is shown; none where the text is empty.
+  void OnToolTip(std::function<std::string()> handler) const;
+
  private:
   NativeDropDownList* native_;
 };
@@ -54,13 +57,19 @@ class DropDownList {
 class ListBox {
  public:
   explicit ListBox(NativeListBox& native) : native_(&native) {}
-  void Fill(const std::vector<std::string>& entries) const;  // in the place of those that are there; selects none
+
+  // Puts the entries in the place of those that are there, and selects none. The list stays scrolled to where it was,
+  // and an arrow key goes on from where it was, unless the first and the last entry are other ones.
+  void Fill(const std::vector<std::string>& entries) const;
   int Count() const;
   void Select(int position) const;                 // kNoSelection, or a position that is not there, selects none
   int Selected() const;                            // kNoSelection when none is
   std::string Text() const;                        // of the selected entry; empty when none is
   std::string Text(int position) const;            // empty when there is no such position
   std::vector<std::string> SelectedTexts() const;  // from the top
+
+  // Asked for the tooltip of the entry at a position each time that it is shown; none where the text is empty.
+  void OnToolTip(std::function<std::string(int position)> handler) const;
 
   // Greyed text in the place of the entries while there are none; no entry itself.
   void SetEmptyText(std::string_view text) const;

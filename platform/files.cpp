@@ -35,6 +35,14 @@ class Refusals : public std::error_category {
 
 }  // namespace
 
+bool IsMissingFolder(std::string_view windowsPath) {
+  const auto path = ToHostPath(windowsPath);
+  if (!path) return true;
+  std::error_code failure;
+  const auto status = std::filesystem::status(AsSpelledOnDisk(*path).text, failure);
+  return std::filesystem::status_known(status) && !std::filesystem::is_directory(status);
+}
+
 std::error_code make_error_code(FileRefusal refusal) {
   static const Refusals refusals;
   return {static_cast<int>(refusal), refusals};

@@ -57,6 +57,9 @@ class FileBytes {
 // that fails.
 std::error_code ReplaceFile(const HostPath& path, std::string_view bytes);
 
+// Whether the system says that a Windows path leads to no folder. What it does not tell is not taken for missing.
+bool IsMissingFolder(std::string_view windowsPath);
+
 // Whether both paths lead to one file that is there.
 bool IsSameFile(const HostPath& left, const HostPath& right);
 

@@ -52,8 +52,16 @@ struct ControlLayout {
   std::string_view tooltip = {};
   Initially initially = Initially::Enabled;
   ButtonRole role = ButtonRole::Plain;
-  std::string_view spokenName = {};  // for screen readers; the tooltip or the caption, where it is empty
+  std::string_view label = {};       // that names the control: the words of its caption, for screen readers
+  std::string_view spokenName = {};  // the same where no label does; the tooltip or the caption, where it is empty
   std::string_view fills = {};       // a button's: the list that takes the focus from it when it is disabled
+};
+
+// What a key does beyond what it does in every window. Screen readers tell it with the target.
+struct KeyLayout {
+  std::string_view key;        // as "Alt+Up"
+  std::string_view target;     // a button, which it clicks while it is enabled; or a drop-down list, which it leaves
+  std::string_view list = {};  // where its selected entry must have the focus; "Enter" is a double click there as well
 };
 
 struct Colour {
@@ -76,6 +84,7 @@ struct WindowLayout {
   std::span<const ControlLayout> controls = {};
   std::optional<Colours> colours = {};  // the desktop's own, where there are none
   std::string_view firstFocus = {};     // the first in the tab order, where it is empty
+  std::span<const KeyLayout> keys = {};
 };
 
 }  // namespace platform

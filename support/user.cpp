@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
@@ -194,11 +195,24 @@ Qt::Key ToQtKey(Key key) {
     case Key::Space:
       return Qt::Key_Space;
     case Key::Up:
+    case Key::AltUp:
       return Qt::Key_Up;
     case Key::Down:
+    case Key::AltDown:
       return Qt::Key_Down;
+    case Key::Delete:
+      return Qt::Key_Delete;
+    case Key::Insert:
+      return Qt::Key_Insert;
+    case Key::F5:
+      return Qt::Key_F5;
   }
   return Qt::Key_unknown;
+}
+
+Qt::KeyboardModifiers ModifiersOf(Key key) {
+  if (key == Key::BackTab) return Qt::ShiftModifier;
+  return key == Key::AltUp || key == Key::AltDown ? Qt::AltModifier : Qt::NoModifier;
 }
 
 // Characters of any keyboard; which key they are on does not matter.
@@ -304,8 +318,7 @@ void User::Press(Key key) {
   Do([&] {
     if (QApplication::activeModalWidget() == nullptr) Activate(Window());
     if (QGuiApplication::focusWindow() == nullptr) Fail("no window has the focus for", "a key");
-    const auto modifiers = key == Key::BackTab ? Qt::ShiftModifier : Qt::NoModifier;
-    QTest::keyClick(QGuiApplication::focusWindow(), ToQtKey(key), modifiers);
+    QTest::keyClick(QGuiApplication::focusWindow(), ToQtKey(key), ModifiersOf(key));
   });
 }
 
@@ -321,17 +334,20 @@ void User::GoTo(std::string_view control) {
 bool User::IsBusy(std::string_view list, const std::function<void()>& act) {
   int changes = 0;
   int busyChanges = 0;
-  QMetaObject::Connection connection;
+  std::unique_ptr<QObject> connected;
   Do([&] {
     const QAbstractItemModel* const model = As<QListWidget>(Control(list)).model();
-    connection = QObject::connect(model, &QAbstractItemModel::rowsInserted, [&] {
+    const auto note = [&] {
       const QCursor* const pointer = QApplication::overrideCursor();
       ++changes;
       busyChanges += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
-    });
+    };
+    connected = std::make_unique<QObject>();
+    QObject::connect(model, &QAbstractItemModel::rowsInserted, connected.get(), note);
+    QObject::connect(model, &QAbstractItemModel::rowsRemoved, connected.get(), note);
   });
   act();
-  Do([&] { QObject::disconnect(connection); });
+  Do([&] { connected.reset(); });
   return changes > 0 && busyChanges == changes;
 }
 
@@ -501,6 +517,15 @@ int User::DoInACopy(const std::function<void(User&)>& acts) {
     if (!status) hands_->GoOnInCopy(acts);
   });
   return *status;
+}
+
+void User::DoubleClickEntry(std::string_view list, std::string_view text) {
+  Do([&] {
+    auto& view = As<QListWidget>(Control(list));
+    const QPoint point = view.visualItemRect(view.item(FindEntry(*view.model(), text))).center();
+    QTest::mouseDClick(Window().windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                       view.viewport()->mapTo(&Window(), point));
+  });
 }
 
 void User::Hold(Key key) {

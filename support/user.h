@@ -26,7 +26,7 @@ struct Message {
   bool operator==(const Message&) const = default;
 };
 
-enum class Key : std::uint8_t { Tab, BackTab, Enter, Escape, Space, Up, Down };
+enum class Key : std::uint8_t { Tab, BackTab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
 
 class Hands;
 
@@ -84,6 +84,7 @@ class User {
   // hangs is ended by SIGALRM. `acts` holds no reference to the caller's variables, which the copy does not have.
   int DoInACopy(const std::function<void(User&)>& acts);
 
+  void DoubleClickEntry(std::string_view list, std::string_view text);
   void Hold(Key key);                        // down for so long that it comes again
   void TurnWheel(std::string_view control);  // one notch, over it
   void Paste(std::u16string_view text);      // where the focus is

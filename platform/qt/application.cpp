@@ -18,6 +18,7 @@
 
 #include "platform/busy_pointer.h"
 #include "platform/events.h"
+#include "platform/qt/accessible.h"
 #include "platform/qt/fonts.h"
 #include "platform/qt/run.h"
 #include "platform/quit_requests.h"
@@ -120,6 +121,7 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
   QApplication::setStyle("Fusion");
   ChooseFonts();
+  TellScreenReaders();
   LoadIcon();
   QApplication::setWindowIcon(QIcon(":/gantrel.png"));
   QGuiApplication::setDesktopFileName("gantrel");

@@ -2,9 +2,12 @@
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QHelpEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionViewItem>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QValidator>
 #include <QWheelEvent>
@@ -22,6 +25,44 @@ namespace {
 QString ToToolTip(const QString& text) {
   return "<p style='white-space:pre'>" + text.toHtmlEscaped().replace('\n', "<br>") + "</p>";
 }
+
+// The style marks the focus only once the Tab key was pressed, thinly, and not at all in a list without entries.
+void MarkFocus(QWidget& widget) {
+  constexpr int kThickness = 2;
+  QPainter painter(&widget);
+  painter.setPen(
+      QPen(widget.palette().color(QPalette::Highlight), kThickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+  painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
+}
+
+// An entry whose tooltip is made when it is shown, or told to a screen reader.
+class NativeEntry : public QListWidgetItem {
+ public:
+  NativeEntry(const QString& text, const NativeListBox& list) : QListWidgetItem(text), list_(&list) {}
+
+  QVariant data(int role) const override {
+    if ((role != Qt::ToolTipRole && role != Qt::AccessibleDescriptionRole) || !list_->onToolTip)
+      return QListWidgetItem::data(role);
+    const QString text = ToQt(list_->onToolTip(list_->row(this)));
+    return role == Qt::AccessibleDescriptionRole || text.isEmpty() ? text : ToToolTip(text);
+  }
+
+ private:
+  const NativeListBox* list_;
+};
+
+// All entries are as wide as the widest, which so is measured once, and not each for every layout of the list.
+class EntriesOfOneSize : public QStyledItemDelegate {
+ public:
+  explicit EntriesOfOneSize(NativeListBox& list) : QStyledItemDelegate(&list), list_(&list) {}
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index.siblingAtRow(list_->WidestEntry()));
+  }
+
+ private:
+  const NativeListBox* list_;
+};
 
 class CodePageValidator : public QValidator {
  public:
@@ -81,6 +122,81 @@ void NativeDropDownList::wheelEvent(QWheelEvent* event) {
   }
 }
 
+void NativeButton::paintEvent(QPaintEvent* event) {
+  QPushButton::paintEvent(event);
+  if (hasFocus()) MarkFocus(*this);
+}
+
+void NativeDropDownList::paintEvent(QPaintEvent* event) {
+  QComboBox::paintEvent(event);
+  if (hasFocus()) MarkFocus(*this);
+}
+
+bool NativeDropDownList::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !onToolTip) return QComboBox::event(event);
+  const QString text = ToQt(onToolTip());
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text.isEmpty() ? "" : ToToolTip(text), this);
+  return true;
+}
+
+NativeListBox::NativeListBox(QWidget* parent) : QListWidget(parent) {
+  setUniformItemSizes(true);
+  setItemDelegate(new EntriesOfOneSize(*this));
+}
+
+// Changes what is another, and nothing else.
+void NativeListBox::Fill(const QStringList& entries) {
+  const int oldCount = count();
+  const auto newCount = static_cast<int>(entries.size());
+  const int most = std::min(oldCount, newCount);
+  int before = 0;
+  while (before < most && item(before)->text() == entries[before]) ++before;
+  int after = 0;
+  while (after < most - before && item(oldCount - 1 - after)->text() == entries[newCount - 1 - after]) ++after;
+
+  const int place = before + after > 0 ? std::max(currentRow(), 0) : 0;
+  setAutoScroll(false);
+  if (oldCount > before + after) model()->removeRows(before, oldCount - before - after);
+  const auto at = widths_.erase(widths_.begin() + before, widths_.end() - after);
+  std::vector<int> widths;
+  for (int row = before; row < newCount - after; ++row) {
+    insertItem(row, new NativeEntry(entries[row], *this));
+    widths.push_back(fontMetrics().horizontalAdvance(entries[row]));
+  }
+  widths_.insert(at, widths.begin(), widths.end());
+  clearSelection();
+  setCurrentRow(std::min(place, newCount - 1), QItemSelectionModel::NoUpdate);
+  setAutoScroll(true);
+  if (before + after == 0) scrollToTop();
+  SetEmptyText(emptyText);
+}
+
+void NativeListBox::SetEmptyText(const QString& text) {
+  emptyText = text;
+  setAccessibleDescription(count() == 0 ? text : "");
+  viewport()->update();
+}
+
+int NativeListBox::WidestEntry() const { return static_cast<int>(std::ranges::max_element(widths_) - widths_.begin()); }
+
+void NativeListBox::keyPressEvent(QKeyEvent* event) {
+  if (static_cast<NativeWindow*>(window())->TakeKey(*event, this)) return;
+  // Where no entry is selected, an arrow does not go on from one.
+  const bool isUp = event->key() == Qt::Key_Up;
+  const bool isArrow = isUp || event->key() == Qt::Key_Down;
+  if (isArrow && selectionMode() == SingleSelection && selectedItems().isEmpty())
+    return setCurrentRow(std::max(currentRow() - (isUp ? 1 : 0), 0));
+  QListWidget::keyPressEvent(event);
+}
+
+void NativeListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QListWidgetItem* const clicked = itemAt(event->position().toPoint());
+  const bool isOnSelected = event->button() == Qt::LeftButton && clicked != nullptr && clicked->isSelected();
+  QListWidget::mouseDoubleClickEvent(event);
+  if (isOnSelected)
+    static_cast<NativeWindow*>(window())->TakeKey({QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier}, this);
+}
+
 // A selected row has the colours of one whether or not the list has the focus: what a command will act on is to be
 // seen.
 void NativeListBox::initViewItemOption(QStyleOptionViewItem* option) const {
@@ -99,17 +215,19 @@ bool NativeListBox::event(QEvent* event) {
   const QColor colour = palette().color(QPalette::Window).darker(140);
   painter.fillRect(QRectF(all.left(), all.bottom() - line, all.width(), line), colour);
   painter.fillRect(QRectF(all.right() - line, all.top(), line, all.height()), colour);
+  if (hasFocus()) MarkFocus(*this);
   return isHandled;
 }
 
 void NativeListBox::paintEvent(QPaintEvent* event) {
   QListWidget::paintEvent(event);
+  if (hasFocus()) MarkFocus(*viewport());
   if (count() > 0 || emptyText.isEmpty()) return;
   constexpr int kMargin = 4;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
   painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere, emptyText);
+                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere, emptyText);
 }
 
 void Button::SetEnabled(bool isEnabled) const {
@@ -138,12 +256,13 @@ void DropDownList::TakeFocus() const { native_->setFocus(); }
 
 void DropDownList::OnValidate(std::function<void()> handler) const { native_->onValidate = std::move(handler); }
 
+void DropDownList::OnToolTip(std::function<std::string()> handler) const { native_->onToolTip = std::move(handler); }
+
 void ListBox::Fill(const std::vector<std::string>& entries) const {
   QStringList texts;
   texts.reserve(static_cast<qsizetype>(entries.size()));
   for (const std::string& entry : entries) texts.push_back(ToQt(entry));
-  native_->clear();
-  native_->addItems(texts);
+  native_->Fill(texts);
 }
 
 int ListBox::Count() const { return native_->count(); }
@@ -173,7 +292,11 @@ std::vector<std::string> ListBox::SelectedTexts() const {
   return texts;
 }
 
-void ListBox::SetEmptyText(std::string_view text) const { native_->emptyText = ToQt(text); }
+void ListBox::SetEmptyText(std::string_view text) const { native_->SetEmptyText(ToQt(text)); }
+
+void ListBox::OnToolTip(std::function<std::string(int position)> handler) const {
+  native_->onToolTip = std::move(handler);
+}
 
 void ListBox::ShowNow() const { native_->viewport()->repaint(); }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <QKeyCombination>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
@@ -11,6 +12,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/layout.h"
 
@@ -20,25 +22,40 @@ namespace platform {
 struct NativeButton : QPushButton {
   using QPushButton::QPushButton;
   QWidget* fills = nullptr;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
 };
 
 struct NativeDropDownList : QComboBox {
   explicit NativeDropDownList(QWidget* parent);
   std::function<void()> onValidate;
+  std::function<std::string()> onToolTip;
 
  protected:
+  bool event(QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 };
 
 struct NativeListBox : QListWidget {
-  using QListWidget::QListWidget;
+  explicit NativeListBox(QWidget* parent);
+  void Fill(const QStringList& entries);
+  void SetEmptyText(const QString& text);
+  int WidestEntry() const;
   QString emptyText;
+  std::function<std::string(int position)> onToolTip;
 
  protected:
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void initViewItemOption(QStyleOptionViewItem* option) const override;
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  std::vector<int> widths_;  // of the entries' texts, in pixels
 };
 
 struct NativeTextBox : QLineEdit {
@@ -62,6 +79,10 @@ struct NativeWindow : QWidget {
   void TakeOutOfUse();
   void PutBackIntoUse();
 
+  // Does what the layout has the key do, while the list has the focus or, where it is null, whatever has. False where
+  // it names no such key.
+  bool TakeKey(const QKeyEvent& event, const NativeListBox* list);
+
   std::map<std::string, QWidget*, std::less<>> controls;
   std::function<void(bool& cancel)> onUnload;
   std::function<void()> onClosed;
@@ -73,14 +94,24 @@ struct NativeWindow : QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  struct NativeKey {
+    QKeyCombination key;
+    QWidget* target;
+    const NativeListBox* list;
+  };
+
   void SetOpen(bool isOpen);
+  void KeepClearOfOthers();
   void BringWhatIsInFront();
   void TakeDesktopsSize();
   void AddControl(const ControlLayout& control);
   void ConnectControl(const ControlLayout& control);
+  void AddKey(const KeyLayout& key);
+  void Leave(NativeDropDownList& list);
   void SetTabOrder();
 
   const WindowLayout& layout_;
+  std::vector<NativeKey> keys_;
   QPushButton* defaultButton_ = nullptr;
   QPushButton* cancelButton_ = nullptr;
   QPointer<NativeWindow> inFront_;

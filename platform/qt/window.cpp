@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMetaObject>
 #include <QPainter>
+#include <QScreen>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -42,7 +44,6 @@ QWidget* MakeLabel(const ControlLayout& control, QWidget* parent) {
 QWidget* MakeListBox(QAbstractItemView::SelectionMode mode, QWidget* parent) {
   auto* const list = new NativeListBox(parent);
   list->setSelectionMode(mode);
-  list->setUniformItemSizes(true);  // some thousand folders take no time to lay out
   return list;
 }
 
@@ -66,6 +67,12 @@ QWidget* MakeWidget(const ControlLayout& control, QWidget* parent) {
       break;  // painted on the window itself
   }
   return nullptr;
+}
+
+// Both Enter keys are one, wherever on the keyboard a key is.
+QKeyCombination Plain(QKeyCombination key) {
+  const auto code = key.key() == Qt::Key_Enter ? Qt::Key_Return : key.key();
+  return QKeyCombination(key.keyboardModifiers() & ~Qt::KeypadModifier, code);
 }
 
 template <typename Native>
@@ -94,6 +101,7 @@ NativeWindow::NativeWindow(const WindowLayout& layout)
   }
   for (const ControlLayout& control : layout.controls) AddControl(control);
   for (const ControlLayout& control : layout.controls) ConnectControl(control);
+  for (const KeyLayout& key : layout.keys) AddKey(key);
   SetTabOrder();
 }
 
@@ -114,7 +122,10 @@ void NativeWindow::AddControl(const ControlLayout& control) {
     colours.setColor(QPalette::WindowText, ToQColor(layout_.colours->labels));
     widget->setPalette(colours);
   }
-  if (control.role == ButtonRole::Default) defaultButton_ = qobject_cast<QPushButton*>(widget);
+  if (control.role == ButtonRole::Default) {
+    defaultButton_ = qobject_cast<QPushButton*>(widget);
+    defaultButton_->setDefault(true);
+  }
   if (control.role == ButtonRole::Cancel) cancelButton_ = qobject_cast<QPushButton*>(widget);
   controls.emplace(control.name, widget);
 }
@@ -122,6 +133,44 @@ void NativeWindow::AddControl(const ControlLayout& control) {
 void NativeWindow::ConnectControl(const ControlLayout& control) {
   if (!control.fills.empty())
     Find<NativeButton>(*this, control.name).fills = &Find<NativeListBox>(*this, control.fills);
+  if (control.label.empty()) return;
+  auto& label = Find<QLabel>(*this, control.label);
+  QWidget& named = Find<QWidget>(*this, control.name);
+  label.setBuddy(&named);
+  named.setAccessibleName(label.text().remove(':'));
+}
+
+void NativeWindow::AddKey(const KeyLayout& layout) {
+  auto& target = Find<QWidget>(*this, layout.target);
+  const auto* const list = layout.list.empty() ? nullptr : &Find<NativeListBox>(*this, layout.list);
+  keys_.push_back({Plain(QKeySequence(ToQt(layout.key), QKeySequence::PortableText)[0]), &target, list});
+  QString told = target.accessibleDescription();
+  if (!told.isEmpty()) told += ", ";
+  told += ToQt(layout.key);
+  if (list != nullptr) told += " in " + list->accessibleName();
+  target.setAccessibleDescription(told);
+}
+
+bool NativeWindow::TakeKey(const QKeyEvent& event, const NativeListBox* list) {
+  const QKeyCombination pressed = Plain(event.keyCombination());
+  const auto key =
+      std::ranges::find_if(keys_, [&](const NativeKey& each) { return each.key == pressed && each.list == list; });
+  if (key == keys_.end()) return false;
+  if (event.isAutoRepeat() || (list != nullptr && list->selectedItems().isEmpty())) return true;
+  if (auto* const left = dynamic_cast<NativeDropDownList*>(key->target)) {
+    Leave(*left);
+  } else if (auto* const button = dynamic_cast<NativeButton*>(key->target)) {
+    // As by a click, which would take the focus from it, a drop-down list is left before the button acts.
+    if (dynamic_cast<NativeDropDownList*>(focusWidget()) != nullptr) button->setFocus();
+    button->click();
+  }
+  return true;
+}
+
+void NativeWindow::Leave(NativeDropDownList& list) {
+  QWidget* const before = focusWidget();
+  list.setFocus();
+  before == nullptr || before == &list ? static_cast<void>(focusNextChild()) : before->setFocus();
 }
 
 void NativeWindow::SetTabOrder() {
@@ -145,7 +194,23 @@ void NativeWindow::SetOpen(bool isOpen) {
   isOpen ? NoteWindowOpened() : NoteWindowClosed();
 }
 
+// Where the desktop would open it exactly over another of its kind, it would hide it.
+void NativeWindow::KeepClearOfOthers() {
+  constexpr int kStep = 24;
+  QPoint place;
+  for (const QWidget* const other : QApplication::topLevelWidgets()) {
+    if (other != this && other->isVisible() && other->objectName() == objectName()) {
+      const QPoint next = other->pos() + QPoint(kStep, kStep);
+      place = QPoint(std::max(place.x(), next.x()), std::max(place.y(), next.y()));
+    }
+  }
+  if (place.isNull()) return;
+  const QRect room = screen()->availableGeometry();
+  move(room.contains(QRect(place, size())) ? place : room.topLeft());
+}
+
 void NativeWindow::Open() {
+  KeepClearOfOthers();
   SetOpen(true);
   show();
   activateWindow();
@@ -216,6 +281,7 @@ void NativeWindow::closeEvent(QCloseEvent* event) {
 }
 
 void NativeWindow::keyPressEvent(QKeyEvent* event) {
+  if (TakeKey(*event, nullptr)) return;
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     auto* const focused = qobject_cast<QPushButton*>(focusWidget());
     QPushButton* const button = focused != nullptr ? focused : defaultButton_;

@@ -430,6 +430,7 @@ TEST_F(Setup, TheRoadByKeyboardAlone) {
     EXPECT_EQ(ReadFile(ModuleFile()), Module({}));
     user.GoTo("lstNotActive");
     user.Press(Key::Down);
+    user.Press(Key::Down);
     press("cmdDeleteMod");
     user.Press(Key::Enter);
     EXPECT_EQ(user.Entries("lstNotActive"), (Names{"Two", "Three"}));

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <initializer_list>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "support/user.h"
 #include "tests/support/game.h"
@@ -19,21 +23,35 @@ const std::string& TwoGames() {
   return text;
 }
 
-// The available mods and the active ones, and the control with the focus.
+// The available mods and the active ones, a selected one in brackets, and the control with the focus.
 std::string Shown(User& user) {
-  std::string text;
-  for (const std::string& name : user.Entries("lstNotActive")) text += name + " ";
-  text += "|";
-  for (const std::string& name : user.Entries("lstActive")) text += " " + name;
-  return text + " @" + (user.ShownMessage() ? "message" : user.Focus());
+  const auto list = [&](std::string_view name) {
+    std::string text;
+    const std::string selected = user.Selected(name);
+    for (const std::string& entry : user.Entries(name)) text += entry == selected ? "[" + entry + "] " : entry + " ";
+    return text;
+  };
+  const std::string shown = list("lstNotActive") + "| " + list("lstActive");
+  return shown + "@" + (user.ShownMessage() ? "message" : user.CountWindows("frmNew") > 0 ? "frmNew" : user.Focus());
+}
+
+struct Row {
+  const char* rule;
+  std::function<void(User&)> acts;
+  const char* shown;
+};
+
+void Try(std::span<const Row> rows) {
+  for (const Row& row : rows) {
+    WriteFile(SettingsFile(), TwoGames());
+    Use([&](User& user) {
+      row.acts(user);
+      EXPECT_EQ(Shown(user), row.shown) << row.rule;
+    });
+  }
 }
 
 TEST_F(Keys, NoClickDoesWhatWasNotMeant) {
-  struct Row {
-    const char* rule;
-    std::function<void(User&)> acts;
-    const char* shown;
-  };
   const Row rows[] = {
       {"after the setup, lists that are no longer the selector's are refilled before a click on them acts",
        [](User& user) {
@@ -44,21 +62,21 @@ TEST_F(Keys, NoClickDoesWhatWasNotMeant) {
          user.LookAt("frmMain");
          user.ClickEntry("lstNotActive", "Other");
        },
-       "Beta Delta | Alpha Gamma @lstNotActive"},
+       "[Beta] Delta | Alpha Gamma @lstNotActive"},
       {"the focus goes from a button that its command has disabled to the list, and to no other button",
        [](User& user) {
          user.GoTo("cmdActivateAll");
          user.Press(Key::Space);
          user.Press(Key::Space);
        },
-       "| Alpha Beta Gamma Delta @lstActive"},
+       "| [Alpha] Beta Gamma Delta @lstActive"},
       {"a key that is held down clicks once",
        [](User& user) {
          user.ClickEntry("lstNotActive", "Beta");
          user.GoTo("cmdDeleteMod");
          user.Hold(Key::Enter);
        },
-       "Beta Delta | Alpha Gamma @message"},
+       "[Beta] Delta | Alpha Gamma @message"},
       {"a wheel that is turned over the selector chooses nothing",
        [](User& user) {
          user.ClickEntry("lstActive", "Gamma");
@@ -70,13 +88,53 @@ TEST_F(Keys, NoClickDoesWhatWasNotMeant) {
        [](User& user) { user.ClickWhile("cmdActivateAll", "lstActive", "cmdDeactivateAll"); },
        "| Alpha Beta Gamma Delta @lstActive"},
   };
-  for (const Row& row : rows) {
-    WriteFile(SettingsFile(), TwoGames());
-    Use([&](User& user) {
-      row.acts(user);
-      EXPECT_EQ(Shown(user), row.shown) << row.rule;
-    });
-  }
+  Try(rows);
+}
+
+TEST_F(Keys, AKeyActsOnTheListThatHasTheFocus) {
+  const auto press = [](const char* list, const char* entry, std::initializer_list<Key> keys) {
+    return [=, keys = std::vector(keys)](User& user) {
+      user.ClickEntry(list, entry);
+      for (const Key key : keys) user.Press(key);
+    };
+  };
+  const Row rows[] = {
+      {"Enter activates, and the next arrow goes on from there", press("lstNotActive", "Beta", {Key::Enter, Key::Down}),
+       "[Delta] | Alpha Beta Gamma @lstNotActive"},
+      {"Enter with nothing selected does nothing", press("lstNotActive", "Beta", {Key::Enter, Key::Enter}),
+       "Delta | Alpha Beta Gamma @lstNotActive"},
+      {"a double click activates", [](User& user) { user.DoubleClickEntry("lstNotActive", "Delta"); },
+       "Beta | Alpha Gamma Delta @lstNotActive"},
+      {"Enter deactivates", press("lstActive", "Gamma", {Key::Enter}), "Beta Gamma Delta | Alpha @lstActive"},
+      {"Alt+Down moves down", press("lstActive", "Alpha", {Key::AltDown}), "Beta Delta | Gamma [Alpha] @lstActive"},
+      {"Alt+Up moves up", press("lstActive", "Gamma", {Key::AltUp}), "Beta Delta | [Gamma] Alpha @lstActive"},
+      {"none does what its disabled button does not",
+       press("lstActive", "Gamma", {Key::Enter, Key::Up, Key::AltDown, Key::Delete}),
+       "Beta Gamma Delta | [Alpha] @lstActive"},
+      {"Delete asks", press("lstNotActive", "Beta", {Key::Delete}), "[Beta] Delta | Alpha Gamma @message"},
+      {"Insert opens the new-mod dialog", press("lstNotActive", "Beta", {Key::Insert}),
+       "[Beta] Delta | Alpha Gamma @frmNew"},
+      {"the first arrow selects the first entry",
+       [](User& user) {
+         user.GoTo("lstActive");
+         user.Press(Key::Down);
+       },
+       "Beta Delta | [Alpha] Gamma @lstActive"},
+      {"F5 leaves the selector, and the lists follow",
+       [](User& user) {
+         user.Choose("lstGame", "Second");
+         user.Press(Key::F5);
+       },
+       "Other | @lstNotActive"},
+      {"F5 anywhere else reads the files anew",
+       [](User& user) {
+         user.GoTo("cmdNewMod");
+         WriteFile(SettingsFile(), With(TwoGames(), "Name=Beta", "Name=Renamed"));
+         user.Press(Key::F5);
+       },
+       "Renamed Delta | Alpha Gamma @cmdNewMod"},
+  };
+  Try(rows);
 }
 
 TEST_F(Keys, ACharacterThatTheCodePageLacksDoesNotGetIntoAName) {
