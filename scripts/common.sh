@@ -49,5 +49,5 @@ put_sample_game() {
   touch "$1/W40k.exe"
 }
 
-build_packages=(g++ cmake ninja-build qt6-base-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libyaml-dev)
 run_packages=(libqt6widgets6 qt6-qpa-plugins)

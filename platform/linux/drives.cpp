@@ -42,12 +42,6 @@ bool MayBeFolder(const std::string& path) {
   return result ? !IsMissing(result) : S_ISDIR(status.st_mode);
 }
 
-std::string HomeFolder() {
-  if (const char* const home = std::getenv("HOME"); home != nullptr && *home != '\0') return home;
-  const passwd* const user = getpwuid(getuid());
-  return user != nullptr ? user->pw_dir : "";
-}
-
 // Takes the next component off a path that the separators divide; empty at the path's end.
 std::string_view TakeComponent(std::string_view& path) {
   while (!path.empty() && IsSeparator(path.front())) path.remove_prefix(1);
@@ -108,6 +102,12 @@ std::vector<std::string> Forms(const std::string& path) {
 }
 
 }  // namespace
+
+std::string HomeFolder() {
+  if (const char* const home = std::getenv("HOME"); home != nullptr && *home != '\0') return home;
+  const passwd* const user = getpwuid(getuid());
+  return user != nullptr ? user->pw_dir : "";
+}
 
 std::optional<HostPath> PrefixFolder() {
   std::string folder = BesideExecutable("").text;
@@ -178,6 +178,17 @@ std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, c
   if (!isSpeakable) return std::nullopt;
   std::ranges::replace(*text, '/', '\\');
   return std::string(1, static_cast<char>(letter - 0x20)) + ":\\" + *text;
+}
+
+std::optional<std::string> MapBetween(const std::optional<HostPath>& from, const std::optional<HostPath>& to,
+                                      std::string_view windowsPath) {
+  const auto drive = MapToHost(from, windowsPath.substr(0, 2));
+  const auto path = MapToHost(from, windowsPath);
+  if (!drive || !path) return std::nullopt;
+  std::error_code failure;
+  std::string folder = std::filesystem::canonical(drive->text, failure).string();
+  if (failure) return std::nullopt;
+  return MapToWindows(to, {std::move(folder).append(path->text, drive->text.size())});
 }
 
 std::error_code SpellAsOnDisk(HostPath& path) {

@@ -1,18 +1,22 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
 #include "platform/paths.h"
 
-// The drives of a compatibility prefix: the folder in which the game's Windows lives on this system. All functions
-// but PrefixFolder take the prefix, so that they can be tried on any folder.
+// The drives of a compatibility prefix: the folder in which the game's Windows lives on this system. The functions take
+// the prefix, so that they can be tried on any folder.
 namespace platform {
 
-// The prefix that holds the running executable, or else the one in the user's home folder; nothing when there is none,
-// or where the executable is could not be found out.
+// The user's; empty when the system does not tell.
+std::string HomeFolder();
+
+// The prefix whose drives the settings' paths are on: the one that holds the running executable, or else the one in the
+// user's home folder; nothing when there is none, or where the executable is could not be found out.
 std::optional<HostPath> PrefixFolder();
 
 struct Drive {
@@ -31,6 +35,11 @@ std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::st
 
 // `path` is absolute.
 std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path);
+
+// What a path on a drive of one prefix is on the drives of another; nothing when there is no such drive, or the code
+// page cannot spell the path. The links behind the drive's letter are followed, those below it stay.
+std::optional<std::string> MapBetween(const std::optional<HostPath>& from, const std::optional<HostPath>& to,
+                                      std::string_view windowsPath);
 
 // AsSpelledOnDisk for those who must not take what the disk does not tell for missing: then says why, and leaves the
 // path as it is.

@@ -241,7 +241,7 @@ std::error_code FileBytes::Read(const HostPath& path) {
   std::size_t count = 0;
   if (const auto failure = file.Read(room, room_.size(), count)) return failure;
   if (count == room_.size()) {
-    largeRoom_ = std::make_unique_for_overwrite<char[]>(most_ + 1);
+    if (!largeRoom_) largeRoom_ = std::make_unique_for_overwrite<char[]>(most_ + 1);
     std::copy_n(room, count, largeRoom_.get());
     room = largeRoom_.get();
     std::size_t more = 0;

@@ -70,6 +70,7 @@ char16_t TakeUnit(std::string_view& line) {
 
 // What the code page cannot spell has no letter cases here: the names that are asked for are in the code page.
 char16_t Folded(char16_t unit) {
+  if (unit < 0x80) return ToUnit(FoldCase(static_cast<char>(unit)));  // all code pages are alike there
   const auto character = FromUtf16Exactly({&unit, 1});
   if (!character) return unit;
   const char folded = FoldCase(character->front());
@@ -80,7 +81,7 @@ char16_t Folded(char16_t unit) {
 // it lacks would be the same question mark.
 bool TakeName(std::string_view& line, std::u16string_view name, char end) {
   for (const char16_t wanted : name) {
-    if (line.empty() || line.front() == end) return false;
+    if (line.empty() || line.front() == end || line.front() == '\n') return false;
     const char16_t unit = TakeUnit(line);
     if (unit != wanted && Folded(unit) != Folded(wanted)) return false;
   }
@@ -182,9 +183,11 @@ std::optional<std::string_view> FindRegistryKey(std::string_view text, std::stri
 
   while (key < text.size()) {
     const std::size_t nextKey = NextKey(text, key + 1);
-    std::string_view lines = text.substr(key, nextKey - key);
-    std::string_view header = TakeLine(lines);
-    if (Take(header, "[") && TakeName(header, name, ']')) return lines;
+    std::string_view lines = text.substr(key + 1, nextKey - key - 1);
+    if (TakeName(lines, name, ']')) {
+      TakeLine(lines);  // what follows the name
+      return lines;
+    }
     key = nextKey;
   }
   return std::nullopt;
