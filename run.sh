@@ -21,17 +21,17 @@ if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
 fi
 
 say "There is no display here, so Gantrel shows by itself what it does."
-# In a compatibility prefix of its own, so that it starts with nothing.
+# In a compatibility prefix and a home of its own, so that it starts with nothing.
 prefix=$PWD/build/tour/prefix
 pictures=$PWD/build/pictures
 rm -rf build/tour build/pictures
 mkdir -p "$pictures" "$prefix/drive_c/Gantrel"
-mkdir -m 700 build/tour/runtime
+mkdir -m 700 build/tour/{home,runtime}
 printf 'WINE REGISTRY Version 2\n' >"$prefix/system.reg"
 put_sample_game "$prefix/drive_c/Games/Sample"
 cmake --install build/release --prefix "$prefix/drive_c/Gantrel" >/dev/null
 cp build/release/gantrel_tour "$prefix/drive_c/Gantrel/"
 cd "$prefix/drive_c/Games/Sample"  # where the file dialog starts
-XDG_RUNTIME_DIR=$prefix/../runtime QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' \
+HOME=$prefix/../home XDG_RUNTIME_DIR=$prefix/../runtime QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' \
   "$prefix/drive_c/Gantrel/gantrel_tour" "$PWD/W40k.exe" "$pictures"
 say "All is well. Pictures of the windows and messages are in build/pictures/."

@@ -36,8 +36,9 @@ put_tour "$on_windows" build/windows-tests/gantrel_tour.exe build/windows-tests
 here=$PWD/build/same-clicks/drive_c
 printf 'WINE REGISTRY Version 2\n' >build/same-clicks/system.reg
 put_tour "$here" build/release/gantrel_tour build/release
-mkdir -m 700 build/same-clicks/runtime build/same-clicks/pictures
-(cd "$here/Games/Sample" && XDG_RUNTIME_DIR=$PWD/../../../runtime QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' \
+mkdir -m 700 build/same-clicks/{home,runtime,pictures}
+(cd "$here/Games/Sample" && HOME=$here/../home XDG_RUNTIME_DIR=$here/../runtime QT_QPA_PLATFORM=offscreen \
+  QT_LOGGING_RULES='default.warning=false' \
   "$here/Gantrel/gantrel_tour" "$PWD/W40k.exe" "$here/../pictures" >/dev/null)
 
 for file in Gantrel/Ulvane.ini Games/Sample/Ulvane.module; do

@@ -27,7 +27,9 @@ struct FileFilter {
 
 struct OpenFileDialog {
   std::string_view title;
-  std::string folder;  // a Windows path to start in; where there is no such folder, the dialog starts where it likes
+  // A Windows path to start in. Where there is no such folder, the dialog starts with the game in a Steam library that
+  // has the file, and where it likes if there is none.
+  std::string folder;
   std::string_view fileName;
   std::span<const FileFilter> filters;
   std::string_view defaultExtension;

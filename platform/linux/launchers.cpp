@@ -34,23 +34,6 @@ constexpr const char* kBottlesOwn = "{.local/share,.var/app/com.usebottles.bottl
 
 using Texts = std::vector<std::string>;
 
-// What is in the folder and matches the pattern, sorted; only the pattern's wildcards are ones.
-Texts Matches(std::string_view folder, const char* pattern) {
-  std::string whole;
-  for (const char c : folder) {
-    if (std::string_view(R"(*?[]{},~\)").find(c) != std::string_view::npos) whole += '\\';
-    whole += c;
-  }
-  glob_t found = {};
-  Texts paths;
-  if (glob(whole.append("/").append(pattern).c_str(), GLOB_BRACE, nullptr, &found) == 0) {
-    const std::span names(found.gl_pathv, found.gl_pathc);
-    paths.assign(names.begin(), names.end());
-  }
-  globfree(&found);
-  return paths;
-}
-
 // The texts in quotes, and whatever stands between them. Steam's files are made of these alone, and escape as this
 // does.
 Texts TextsOfSteam(std::string_view bytes) {
@@ -114,6 +97,22 @@ class Folders {
 };
 
 }  // namespace
+
+std::vector<std::string> Matches(std::string_view folder, const char* pattern) {
+  std::string whole;
+  for (const char c : folder) {
+    if (std::string_view(R"(*?[]{},~\)").find(c) != std::string_view::npos) whole += '\\';
+    whole += c;
+  }
+  glob_t found = {};
+  std::vector<std::string> paths;
+  if (glob(whole.append("/").append(pattern).c_str(), GLOB_BRACE, nullptr, &found) == 0) {
+    const std::span names(found.gl_pathv, found.gl_pathc);
+    paths.assign(names.begin(), names.end());
+  }
+  globfree(&found);
+  return paths;
+}
 
 std::vector<HostPath> SteamLibraries() {
   Folders libraries;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/paths.h"
@@ -16,5 +18,9 @@ std::vector<HostPath> Prefixes();
 
 // The folders of Steam's libraries, each once. Each has a folder `steamapps`.
 std::vector<HostPath> SteamLibraries();
+
+// What is in the folder and matches the shell's pattern, with full paths, sorted; braces offer a choice. The folder's
+// own name may have any characters.
+std::vector<std::string> Matches(std::string_view folder, const char* pattern);
 
 }  // namespace platform

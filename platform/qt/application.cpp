@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMetaObject>
 #include <QMessageLogContext>
+#include <QSettings>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <array>
@@ -118,6 +119,8 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
     : running_(OpenDisplay(layouts, argumentCount, arguments)) {
   running = running_.get();
   [[maybe_unused]] static const int registered = std::atexit(EndWithoutDisplay);
+  // Nothing is kept outside the program's folder; the toolkit's file dialog would, in a file for all of its programs.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
   QApplication::setStyle("Fusion");
   ChooseFonts();

@@ -1,15 +1,21 @@
 #include "platform/dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QUrl>
 #include <filesystem>
+#include <memory>
 
+#include "platform/file_dialog.h"
 #include "platform/paths.h"
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
@@ -61,6 +67,51 @@ QString ToQtPath(const HostPath& path) {
   return QString::fromStdU16String(std::filesystem::path(path.text).u16string());
 }
 
+// Shows the places of the side bar as paths, shortened to its width: by their names alone, one drive_c is like the
+// other.
+struct PlaceNames : QStyledItemDelegate {
+  explicit PlaceNames(QFileDialog* dialog) : QStyledItemDelegate(dialog), dialog_(dialog) {}
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QString path = dialog_->sidebarUrls().value(index.row()).toLocalFile();
+    const QString home = QDir::homePath();
+    const bool isInHome = path == home || path.startsWith(home + "/");
+    option->text = isInHome ? "~" + path.mid(home.size()) : path;
+    option->textElideMode = Qt::ElideMiddle;
+  }
+
+ private:
+  const QFileDialog* dialog_;
+};
+
+// The system's own dialog has neither such places nor a way to show what is hidden, as the folders of Steam are.
+void OfferPlaces(QFileDialog& dialog, const std::vector<HostPath>& places) {
+  if (places.empty()) return;
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setFilter(dialog.filter() | QDir::Hidden);
+  QList<QUrl> urls;
+  for (const HostPath& place : places) urls << QUrl::fromLocalFile(ToQtPath(place));
+  dialog.setSidebarUrls(urls);
+  if (auto* const sideBar = dialog.findChild<QListView*>("sidebar")) {
+    constexpr int kWidth = 300;
+    sideBar->setItemDelegate(new PlaceNames(&dialog));
+    sideBar->setMinimumWidth(kWidth);
+    dialog.resize(dialog.sizeHint() + QSize(kWidth, 0));
+  }
+}
+
+struct LeaveNoTraces {
+  void operator()(QFileDialog* dialog) const {
+    EndWithoutTraces([&] { delete dialog; });
+  }
+};
+
 }  // namespace
 
 Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title) {
@@ -97,19 +148,22 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
 }
 
 std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
-  const auto folder = ToHostPath(settings.folder);
+  auto folder = ToHostPath(settings.folder);
+  if (folder) folder = AsSpelledOnDisk(*folder);
+  if (!folder || !QFileInfo(ToQtPath(*folder)).isDir()) folder = FindSteamGame(settings.fileName);
   for (;;) {
-    QFileDialog dialog(QApplication::activeWindow(), ToQt(settings.title));
-    dialog.setWindowModality(Qt::ApplicationModal);
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(NameFilters(settings.filters));
-    dialog.setDefaultSuffix(ToQt(settings.defaultExtension));
-    if (folder && QFileInfo(ToQtPath(AsSpelledOnDisk(*folder))).isDir())
-      dialog.setDirectory(ToQtPath(AsSpelledOnDisk(*folder)));
-    dialog.selectFile(ToQt(settings.fileName));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    const std::unique_ptr<QFileDialog, LeaveNoTraces> dialog(
+        new QFileDialog(QApplication::activeWindow(), ToQt(settings.title)));
+    OfferPlaces(*dialog, GamePlaces());
+    dialog->setWindowModality(Qt::ApplicationModal);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilters(NameFilters(settings.filters));
+    dialog->setDefaultSuffix(ToQt(settings.defaultExtension));
+    if (folder) dialog->setDirectory(ToQtPath(*folder));
+    dialog->selectFile(ToQt(settings.fileName));
+    if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
 
-    const HostPath chosen = FromQtPath(dialog.selectedFiles().front());
+    const HostPath chosen = FromQtPath(dialog->selectedFiles().front());
     auto path = ToWindowsPath(chosen);
     const std::size_t folderLength = path ? path->rfind('\\') + 1 : 0;
     if (path && folderLength <= settings.longestFolder) {
