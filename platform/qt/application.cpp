@@ -44,14 +44,10 @@ bool IsPressed(const QEvent& event) {
   }
 }
 
-// Keys that click are to click once, however long they are held down, also where the first click has opened a dialog.
-bool IsHeldDown(const QEvent& event) {
-  if (event.type() != QEvent::KeyPress && event.type() != QEvent::ShortcutOverride) return false;
-  const auto& key = static_cast<const QKeyEvent&>(event);
-  if (!key.isAutoRepeat()) return false;
-  const bool isTyped = key.key() == Qt::Key_Space && qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
+bool Clicks(int key) {
   constexpr std::array kClicking = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape, Qt::Key_Space};
-  return std::ranges::find(kClicking, key.key()) != kClicking.end() && !isTyped;
+  if (key == Qt::Key_Space && qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr) return false;
+  return std::ranges::find(kClicking, key) != kClicking.end();
 }
 
 struct EventFilter : QObject {
@@ -63,6 +59,20 @@ struct EventFilter : QObject {
     Quit();
     return true;
   }
+
+ private:
+  // Keys that click are to click once, however long they are held down, also where the first click has opened a dialog.
+  bool IsHeldDown(const QEvent& event) {
+    const bool isPress = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
+    if (!isPress && event.type() != QEvent::KeyRelease) return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    if (!isPress) releasedAt_ = key.timestamp();
+    // X11 sends a release and a press of one time, which the toolkit does not always see to belong together.
+    const bool isOneTime = key.timestamp() == releasedAt_ && QGuiApplication::platformName() == "xcb";
+    return isPress && (key.isAutoRepeat() || isOneTime) && Clicks(key.key());
+  }
+
+  quint64 releasedAt_ = 0;
 };
 
 // While the display is opened. In its own words the toolkit would have the user install it again.

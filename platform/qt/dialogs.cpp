@@ -67,6 +67,22 @@ QString ToQtPath(const HostPath& path) {
   return QString::fromStdU16String(std::filesystem::path(path.text).u16string());
 }
 
+// Takes the name of a file in any letter case, as the game's own system does.
+struct FileDialog : QFileDialog {
+  using QFileDialog::QFileDialog;
+
+ protected:
+  void accept() override {
+    auto* const box = findChild<QLineEdit*>();  // none where the dialog is the system's own
+    const QStringList chosen = selectedFiles();
+    if (box != nullptr && chosen.size() == 1 && !QFileInfo::exists(chosen.front())) {
+      const QFileInfo onDisk(ToQtPath(AsSpelledOnDisk(FromQtPath(chosen.front()))));
+      if (onDisk.exists()) box->setText(onDisk.filePath());
+    }
+    QFileDialog::accept();
+  }
+};
+
 // Shows the places of the side bar as paths, shortened to its width: by their names alone, one drive_c is like the
 // other.
 struct PlaceNames : QStyledItemDelegate {
@@ -153,14 +169,15 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
   if (!folder || !QFileInfo(ToQtPath(*folder)).isDir()) folder = FindSteamGame(settings.fileName);
   for (;;) {
     const std::unique_ptr<QFileDialog, LeaveNoTraces> dialog(
-        new QFileDialog(QApplication::activeWindow(), ToQt(settings.title)));
+        new FileDialog(QApplication::activeWindow(), ToQt(settings.title)));
     OfferPlaces(*dialog, GamePlaces());
     dialog->setWindowModality(Qt::ApplicationModal);
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilters(NameFilters(settings.filters));
     dialog->setDefaultSuffix(ToQt(settings.defaultExtension));
     if (folder) dialog->setDirectory(ToQtPath(*folder));
-    dialog->selectFile(ToQt(settings.fileName));
+    const QString offered = dialog->directory().filePath(ToQt(settings.fileName));
+    dialog->selectFile(QFileInfo(ToQtPath(AsSpelledOnDisk(FromQtPath(offered)))).fileName());
     if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
 
     const HostPath chosen = FromQtPath(dialog->selectedFiles().front());
