@@ -179,6 +179,11 @@ void NativeListBox::SetEmptyText(const QString& text) {
 
 int NativeListBox::WidestEntry() const { return static_cast<int>(std::ranges::max_element(widths_) - widths_.begin()); }
 
+void NativeListBox::ShowNow() {
+  executeDelayedItemsLayout();
+  viewport()->repaint();
+}
+
 void NativeListBox::keyPressEvent(QKeyEvent* event) {
   if (static_cast<NativeWindow*>(window())->TakeKey(*event, this)) return;
   // Where no entry is selected, an arrow does not go on from one.
@@ -298,7 +303,7 @@ void ListBox::OnToolTip(std::function<std::string(int position)> handler) const 
   native_->onToolTip = std::move(handler);
 }
 
-void ListBox::ShowNow() const { native_->viewport()->repaint(); }
+void ListBox::ShowNow() const { native_->ShowNow(); }
 
 std::string TextBox::Text() const { return FromQt(native_->text()); }
 

@@ -44,6 +44,7 @@ struct NativeListBox : QListWidget {
   void Fill(const QStringList& entries);
   void SetEmptyText(const QString& text);
   int WidestEntry() const;
+  void ShowNow();
   QString emptyText;
   std::function<std::string(int position)> onToolTip;
 
