@@ -11,7 +11,7 @@
 namespace fuzz {
 
 void TryProfile(std::string_view input);   // text|section|key|value|section|..., held against a plain model
-void TryRegistry(std::string_view input);  // key|value's name|value|text
+void TryRegistry(std::string_view input);  // key|value's name|text
 void TryPaths(std::string_view input);     // a Windows path|a path of this system
 
 struct Target {
