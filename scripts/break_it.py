@@ -360,7 +360,7 @@ def try_break(file, find, replacement):
                 return "DOES NOT BUILD", reasons[0] if reasons else output[-300:]
             is_green, output = run(test(program))
             if not is_green:
-                first = re.search(r"\[  FAILED  \] ([^,\n]+)", output)
+                first = re.search(r"\[  FAILED  \] ([^,\n(]+[^,\n( ])", output)
                 return "red", first[1] if first else f"{program} ends: {output[-100:]!r}"
         run([*BUILD, "all"])
         is_green, output = run(OTHER_TESTS)

@@ -18,42 +18,28 @@
 namespace support {
 namespace {
 
-std::string Formatted(const char* format, unsigned int number) {
-  std::array<char, 16> text = {};
-  std::snprintf(text.data(), text.size(), format, number);
-  return text.data();
-}
-
-// As the prefix writes it.
-std::string Escaped(const std::string& text) {
-  std::string escaped;
-  for (const char16_t unit : platform::ToUtf16(text)) {
-    const bool isPlain = unit < 0x80 && unit != '\\' && unit != '"';
-    escaped += isPlain ? std::string(1, static_cast<char>(unit)) : Formatted("\\x%04x", unit);
-  }
-  return escaped;
-}
-
-// A value's bytes. Those of a text are in UTF-16.
+// A value's bytes as the prefix writes them; those of a text are in UTF-16.
 std::string Bytes(std::uint32_t type, const std::string& data) {
   const bool isText = type != 3 && type != platform::kRegDword;
   std::string bytes;
   for (const char c : data) {
     const unsigned int unit = isText ? platform::ToUtf16({&c, 1}).front() : static_cast<unsigned char>(c);
-    bytes += (bytes.empty() ? "" : ",") + Formatted("%02x", unit & 0xFFU);
-    if (isText) bytes += Formatted(",%02x", unit >> 8U);
+    std::array<char, 8> digits = {};
+    std::snprintf(digits.data(), digits.size(), isText ? "%02x,%02x," : "%02x,", unit & 0xFFU, unit >> 8U);
+    bytes += digits.data();
   }
-  return bytes;
+  return bytes.substr(0, bytes.size() - 1);
 }
 
 }  // namespace
 
 void SetRegistry(const std::vector<Installation>& installations) {
   std::string text = "WINE REGISTRY Version 2\n\n#arch=win64\n\n";
-  for (const auto& [edition, folder, view, type] : installations) {
+  for (const auto& [edition, folder, view, givenType] : installations) {
+    const std::uint32_t type = givenType == 0 ? platform::kRegSz : givenType;
     text += view == View::Bits32 ? "[Software\\\\Wow6432Node\\\\THQ\\\\" : "[Software\\\\THQ\\\\";
-    text += Escaped(edition) + "] 1234567890\n#time=1d9\n\"InstallLocation\"=";
-    text += (type == 0 ? "\"" + Escaped(folder) + "\"" : Formatted("hex(%x):", type) + Bytes(type, folder)) + "\n\n";
+    text += edition + "] 1234567890\n#time=1d9\n\"InstallLocation\"=hex(" + std::to_string(type) + "):";
+    text += Bytes(type, givenType == 0 ? folder + '\0' : folder) + "\n\n";
   }
   WriteFile(Prefix() / "system.reg", text);
 }
