@@ -26,6 +26,8 @@ BREAKS = {
         ('"X", "Delete Mod"', '"X", ""', "a button has no tooltip"),
         ("= Initially::Disabled", "= Initially::Enabled", "buttons are in use before the lists are filled"),
         ('.firstFocus = "txtName"', '.firstFocus = "lstDirs"', "a new mod's name has not the focus"),
+        ('"Delete", .target = "cmdDeleteMod"', '"Delete", .target = "cmdNewMod"', "a key does something else"),
+        ('14, "lstNotActive"', '14, "lstActive"', "the focus goes to another list than a command has filled"),
         (".height = 5295", ".height = 5000", "the main window has another size"),
     ],
     "app/main.cpp": [
@@ -54,6 +56,8 @@ BREAKS = {
         ('== "-1";', '== "0";', "a first start is not noticed"),
         ("unread ? unread->Sentence() : \"\"", '""', "lists are empty and do not say why"),
         ('return ShowFailure("Gantrel", unread);', "{}", "unreadable settings are a first start"),
+        ('if (count <= 0) return "No data folders";', "", "a mod without folders does not say so"),
+        ('? " (missing)" : ""', '? "" : ""', "a missing folder is not told"),
         ("lstGame_Validate() const { ListMods(); }", "lstGame_Validate() const {}", "lists do not follow the selector"),
     ],
     "mods/frmNew.cpp": [
@@ -94,6 +98,7 @@ BREAKS = {
     ],
     "installations/go_to_games.cpp": [
         ("window_.TakeOutOfUse();", "", "the main window stays in use behind the setup dialog"),
+        ("lstGame.TakeFocus();", "", "after the setup dialog the lists do not follow the selector"),
     ],
     "installations/registry_lookup.cpp": [
         ("<< 8 * i", "<< 8 * (3 - i)", "a registry number is read with its bytes in the wrong order"),
@@ -108,7 +113,7 @@ BREAKS = {
         ("isProgram || unread", "unread", "a program is replaced by the module file"),
         ('std::string_view("Ulvane.ini"), ', "", "the settings are replaced by the module file"),
         ("CopyTemplate(footer, module)", "CopyTemplate(header, module)", "the footer is the header"),
-        ("if (folder.empty()) return std::nullopt;", "", "no game is a failure"),
+        ("if (file.empty()) return std::nullopt;", "", "no game is a failure"),
         ("unread = Module1::Unread()) return", "unread = Module1::Unread(); false) return", "a game without mods is written"),
     ],
     "module_file/module_text.cpp": [
@@ -239,6 +244,8 @@ BREAKS = {
         (" && running->isInMainLoop) Quit();", ") Quit();", "the program ends with the first setup dialog"),
         ("while (!isDone() && !IsQuitting())", "while (!isDone())", "the program cannot be ended from the setup dialog"),
         ("QEventLoop::ExcludeUserInputEvents", "QEventLoop::AllEvents", "clicks act in the middle of a command"),
+        ("IsDroppingInput() && IsPressed(*event)", "false", "what is pressed while a command runs acts after it"),
+        (" || IsHeldDown(*event)", "", "a key that is held down clicks again and again"),
     ],
     "platform/qt/controls.cpp": [
         ("next != nullptr && next != this && next->window() == window()", "next != this", "leaving the program validates"),
@@ -247,6 +254,10 @@ BREAKS = {
         ("if (Selected() != position) native_->clearSelection();", "", "selecting none selects"),
         ("if (native_->item(i)->isSelected()) ", "", "all folders are a new mod's"),
         ("const { native_->viewport()->repaint(); }", "const {}", "a long command shows nothing of its work"),
+        ("(FromUtf16Exactly(one.toStdU16String()) ? kept : leftOut)", "kept", "what no file can spell is typed as it is"),
+        ("native_->fills != nullptr) native_->fills->setFocus();", "false) {}", "the focus goes with a button that is disabled"),
+        ("isArrow && selectionMode() == SingleSelection", "false", "an arrow passes over the entry where nothing is selected"),
+        ("std::min(place, newCount - 1)", "0", "a list forgets where the user was in it"),
     ],
     "platform/qt/dialogs.cpp": [
         ("box.setTextFormat(Qt::PlainText);", "", "a mod's name is markup"),
@@ -260,14 +271,17 @@ BREAKS = {
         ("layout.points * kPixelsPerPoint", "layout.points", "text is smaller than its controls"),
     ],
     "platform/qt/window.cpp": [
-        ("bool cancel = !isInUse_;", "bool cancel = false;", "the main window closes behind the setup dialog"),
+        ("bool cancel = !isInUse_ ||", "bool cancel =", "the main window closes behind the setup dialog"),
         ("kTwipsPerPixel = 15", "kTwipsPerPixel = 20", "everything is smaller"),
         ("std::ranges::sort(stops, {}, &ControlLayout::tabOrder);", "", "Tab goes in the order of the table"),
         ("widget->setToolTip(ToQt(control.tooltip));", "", "no button has a tooltip"),
         ("control.spokenName.empty() ? words : control.spokenName", "words", "controls without a caption have no spoken name"),
         ("setFixedSize(Pixels(layout.width), ", "resize(Pixels(layout.width), ", "windows can be resized"),
         ("defaultButton_ = qobject_cast<QPushButton*>(widget);", "{}", "Enter is not OK"),
-        ("if (focusBefore_ != nullptr) focusBefore_->setFocus();", "", "the focus is lost with the setup dialog"),
+        ("if (dynamic_cast<NativeDropDownList*>(focusWidget()) != nullptr) button->setFocus();", "",
+         "a key acts before the lists follow the selector"),
+        ("list->selectedItems().isEmpty()", "false", "Enter in a list acts although nothing is selected"),
+        ("  KeepClearOfOthers();", "", "a window hides another of its kind"),
         ("inFront_->activateWindow();", "", "a click on the main window does not bring the setup dialog"),
         ("QMetaObject::invokeMethod(qApp, onClosed, Qt::QueuedConnection)", "static_cast<void>(0)", "closed windows stay"),
     ],
