@@ -135,6 +135,7 @@ TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
   for (const auto& row : rows) EXPECT_EQ(fs::path(AsSpelledOnDisk({row.given.native()}).text), row.spelled);
   EXPECT_TRUE(platform::SameName("a\xE4\xFF\x9A\x9C\x9E", "A\xC4\x9F\x8A\x8C\x8E"));
   EXPECT_FALSE(platform::SameName("\xF7", "\xD7")) << "signs are no letters";
+  EXPECT_TRUE(platform::ComesBefore("A", "a") && !platform::ComesBefore("a", "A")) << "there is one order";
 }
 
 TEST_F(Paths, SubfoldersAreThoseTheGameCanFind) {
