@@ -1,139 +1,136 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "platform/paths.h"
-#include "tests/support/game.h"
 #include "support/system.h"
 #include "support/user.h"
+#include "tests/support/game.h"
 
 namespace fs = std::filesystem;
 using namespace support;
 
 namespace {
 
-class ModuleWriter : public WithFourMods {
- protected:
-  // Writes the module file by the one command that changes nothing else.
-  static void Write(const std::function<void(User&)>& then = {}) {
-    Use([&](User& user) {
-      user.Click("cmdActivate1");
-      if (then) then(user);
-    });
+void WriteMakeIni(const std::string& text) { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\n" + text); }
+
+// Writes the module file by the one command that changes nothing else.
+void WriteModule() {
+  Use([](User& user) { user.Click("cmdActivate1"); });
+}
+
+TEST(ModuleWriter, WritesTheFoldersOfTheActiveMods) {
+  struct Written {
+    const char* rule;
+    std::function<void()> prepare;
+    Names folders;
+    std::int64_t firstNumber;
+  };
+  const Written rows[] = {
+      {"those of the highest number first, also those that are missing",
+       [] {
+         WriteMakeIni("NextDirNum=-1\n");
+         const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
+         WriteFile(SettingsFile(), With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", ""));
+       },
+       {"d 1", "", "d%3%", "GammaData", "GammaSound", "AlphaData"},
+       -1},
+      {"a mod's flag must be 1, and a count that is none is what is there",
+       [] {
+         WriteMakeIni("NextDirNum=2147483647\n");
+         const std::string two = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
+         WriteFile(SettingsFile(), With(two, "DirCount=2", "DirCount=none"));
+       },
+       {"GammaData", "GammaSound"},
+       2147483647},
+      {"without Make.ini the defaults hold",
+       [] { fs::remove(ExecutableFolder() / "Make.ini"); },
+       {"GammaData", "GammaSound", "AlphaData"},
+       5},
+  };
+  for (const Written& row : rows) {
+    ResetWithFourMods();
+    row.prepare();
+    WriteModule();
+    EXPECT_EQ(ReadFile(ModuleFile()), Module(row.folders, row.firstNumber)) << row.rule;
   }
-};
-
-TEST_F(ModuleWriter, ModsAreWrittenFromTheHighestNumberDown) {
-  WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nNextDirNum=10\n");
-  WriteFile(SettingsFile(), With(FourMods(), "Name=Delta\r\nActive=0\r\nDirCount=0",
-                                 "Name=Delta\r\nActive=1\r\nDirCount=3\r\nDir1= d 1\r\nDir3=d%3%"));
-  Use([](User& user) { user.Click("cmdDeactivate1"); });
-  EXPECT_EQ(ReadFile(ModuleFile()),
-            Module({"DataFolder.10 = d 1", "DataFolder.11 = ", "DataFolder.12 = d%3%", "DataFolder.13 = GammaData",
-                    "DataFolder.14 = GammaSound", "DataFolder.15 = AlphaData"}));
 }
 
-TEST_F(ModuleWriter, OnlyModsWhoseFlagIsExactlyOneAreWritten) {
-  WriteFile(SettingsFile(), With(With(FourMods(), "Name=Alpha\r\nActive=1", "Name=Alpha\r\nActive=2"),
-                                 "Name=Gamma\r\nActive=1\r\nDirCount=2", "Name=Gamma\r\nActive=+1\r\nDirCount=none"));
-  Write();
-  EXPECT_EQ(ReadFile(ModuleFile()), Module({"DataFolder.5 = GammaData", "DataFolder.6 = GammaSound"}));
-}
-
-TEST_F(ModuleWriter, MakeIniNamesTheFiles) {
-  WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
+TEST_F(WithFourMods, MakeIniNamesTheFiles) {
+  WriteMakeIni("Outfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
   WriteFile(ExecutableFolder() / "sub" / "top.txt", "top\r");
   WriteFile(ExecutableFolder() / "sub" / "end.txt", "end");
-  Write();
+  WriteModule();
   EXPECT_FALSE(fs::exists(ModuleFile()));
   EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
             Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
 }
 
-TEST_F(ModuleWriter, WithoutMakeIniTheDefaultsHold) {
-  fs::remove(ExecutableFolder() / "Make.ini");
-  Write();
-  EXPECT_EQ(ReadFile(ModuleFile()),
-            Module({"DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData"}));
-}
-
-TEST_F(ModuleWriter, TheGameIsFoundInAnySpellingAndOnAnyDrive) {
+TEST_F(WithFourMods, TheModuleFileIsFoundInAnySpellingAndOnAnyDrive) {
+  WriteFile(GameFolder() / "uLVANE.MODULE", "");
   for (const std::string& drive : OtherNamesOfDriveC()) {
     const std::string path = drive + "GAMES\\d\xD6w\\";
-    fs::remove(ModuleFile());
+    WriteFile(GameFolder() / "uLVANE.MODULE", "old");
     WriteFile(SettingsFile(), With(FourMods(), "C:\\Games\\D\xF6W\\", path));
-    Write();
-    EXPECT_TRUE(fs::exists(ModuleFile())) << path;
+    WriteModule();
+    EXPECT_NE(ReadFile(GameFolder() / "uLVANE.MODULE"), "old") << path;
+    EXPECT_FALSE(IsSpelledSo(ModuleFile())) << "a second file that differs in letter case alone";
   }
-  fs::remove(ModuleFile());
-  WriteFile(GameFolder() / "uLVANE.MODULE", "old");
-  Write();
-  EXPECT_FALSE(IsSpelledSo(ModuleFile())) << "a second file that differs in letter case alone";
-  EXPECT_NE(ReadFile(GameFolder() / "uLVANE.MODULE"), "old");
 }
 
-TEST_F(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
-  Use([](User& user) {
-    WriteFile(SettingsFile(), With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed"));
-    user.Click("cmdActivate1");
-    EXPECT_FALSE(user.ShownMessage());
-  });
-  EXPECT_FALSE(fs::exists(ModuleFile()));
+TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
+  const std::string renamed = With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed");
+  Check(FourMods(), {"", {Write(renamed), Click("cmdActivate1"), Sees({})}, "Beta, Delta | Alpha, Gamma", renamed});
 }
 
-TEST_F(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
-  struct Row {
-    const char* name;
+TEST(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
+  struct Failure {
     std::function<void()> damage;
     std::string file;  // in the message, with what could not be done
     const char* reason;
   };
+  Reset();
   const std::string folder = platform::Shown({(ExecutableFolder() / "").native()});
-  const std::string module = "C:\\Games\\D\xF6W\\Ulvane.module";
+  const std::string game = "C:\\Games\\D\xF6W\\";
   // From the game's folder to the tool's.
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
-  const Row rows[] = {
-      {"no header", [] { fs::remove(ExecutableFolder() / "HEADER"); }, folder + "HEADER could not be read",
+  const char* const ownFile = "It is one of Gantrel's own files";
+  const Failure rows[] = {
+      {[] { fs::remove(ExecutableFolder() / "HEADER"); }, folder + "HEADER could not be read",
        "No such file or directory"},
-      {"the footer is a folder", [] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nFooter=\n"); },
-       folder + " could not be read", "Is a directory"},
-      {"the module file is read-only", [] { fs::permissions(ModuleFile(), fs::perms(0444)); },
-       module + " could not be written", "Permission denied"},
-      {"no folder", [] { fs::rename(GameFolder(), DriveC() / "gone"); }, module + " could not be written",
+      {[] { WriteMakeIni("Footer=\n"); }, folder + " could not be read", "Is a directory"},
+      {[] { fs::permissions(ModuleFile(), fs::perms(0444)); }, game + "Ulvane.module could not be written",
+       "Permission denied"},
+      {[] { fs::rename(GameFolder(), DriveC() / "gone"); }, game + "Ulvane.module could not be written",
        "No such file or directory"},
-      {"no drive", [] { WriteFile(SettingsFile(), With(FourMods(), "Path=C:", "Path=Q:")); },
-       "Q:" + module.substr(2) + " could not be written", "No such device"},
-      {"the game's program",
-       [] {
+      {[] { WriteFile(SettingsFile(), With(FourMods(), "Path=C:", "Path=Q:")); },
+       "Q:" + game.substr(2) + "Ulvane.module could not be written", "No such device"},
+      {[] {
          WriteFile(GameFolder() / "W40k.exe", "MZ");
-         WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=w40K.EXE\n");
+         WriteMakeIni("Outfile=w40K.EXE\n");
        },
-       "C:\\Games\\D\xF6W\\w40K.EXE could not be written", "It is a program"},
-      {"the settings", [&] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=" + own + "ulvane.ini\n"); },
-       "C:\\Games\\D\xF6W\\" + own + "ulvane.ini could not be written", "It is one of Gantrel's own files"},
-      {"a template", [&] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nOutfile=" + own + "FOOTER\n"); },
-       "C:\\Games\\D\xF6W\\" + own + "FOOTER could not be written", "It is one of Gantrel's own files"},
+       game + "w40K.EXE could not be written", "It is a program"},
+      {[&] { WriteMakeIni("Outfile=" + own + "ulvane.ini\n"); }, game + own + "ulvane.ini could not be written",
+       ownFile},
+      {[&] { WriteMakeIni("Outfile=" + own + "FOOTER\n"); }, game + own + "FOOTER could not be written", ownFile},
   };
-  for (const Row& row : rows) {
+  for (const Failure& row : rows) {
+    const std::string text = row.file + ": " + row.reason + ".\n\nThe module file was left as it was.";
     for (const char* const command : {"cmdActivate1", "cmdActivateAll"}) {
+      SCOPED_TRACE(row.file + command);
       ResetWithFourMods();
       WriteFile(ModuleFile(), "old");
       row.damage();
       Use([&](User& user) {
         user.Click(command);
-        EXPECT_EQ(user.ShownMessage(),
-                  (Message{"Make Module",
-                           row.file + ": " + row.reason + ".\n\nThe module file was left as it was.",
-                           "critical",
-                           {"OK"}}))
-            << row.name << command;
+        EXPECT_EQ(user.ShownMessage(), (Message{"Make Module", text, "critical", {"OK"}}));
         user.Answer("OK");
-        EXPECT_FALSE(user.ShownMessage()) << row.name << command;
+        EXPECT_FALSE(user.ShownMessage());
       });
-      EXPECT_EQ(fs::exists(ModuleFile()) ? ReadFile(ModuleFile()) : "old", "old") << row.name << command;
+      EXPECT_EQ(fs::exists(ModuleFile()) ? ReadFile(ModuleFile()) : "old", "old");
     }
   }
 }

@@ -35,12 +35,4 @@ TEST(ModuleText, TemplateLinesAreCopiedWithCrLf) {
   }
 }
 
-TEST(ModuleText, AFolderLineHasItsNumberAndOneBlankOnEachSide) {
-  std::string module;
-  module_text::AppendDataFolder(5, "Data", module);
-  module_text::AppendDataFolder(-1, "", module);
-  module_text::AppendDataFolder(2147483648, " two words ", module);
-  EXPECT_EQ(module, "DataFolder.5 = Data\r\nDataFolder.-1 = \r\nDataFolder.2147483648 =  two words \r\n");
-}
-
 }  // namespace

@@ -2,56 +2,60 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
-#include <initializer_list>
+#include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/own_folder.h"
+#include "support/system.h"
+#include "support/user.h"
 
-// A registered game with four mods, of which the first and the third are active.
+// A registered game with four mods, of which the first and the third are active; and rows of what a user does with it.
 namespace support {
 
-using Lines = std::initializer_list<const char*>;
 using Names = std::vector<std::string>;
 
-inline std::string Text(Lines lines) {
+inline std::string Text(const Names& lines) {
   std::string text;
-  for (const char* const line : lines) text.append(line).append("\r\n");
+  for (const std::string& line : lines) text += line + "\r\n";
   return text;
 }
 
-inline std::filesystem::path GameFolder() { return DriveC() / "Games" / u8"D\u00F6W"; }
-inline std::filesystem::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
+// A mod in the settings, with folders that are there beyond its count.
+struct Mod {
+  std::string name;
+  std::string active;
+  Names folders = {};
+  Names leftOver = {};
+};
 
-inline std::string FourMods() {
-  return Text({"[Games]",          "Count=1",
-               "DoW1=Dawn of War",  //
-               "[Dawn of War]",    "Path=C:\\Games\\D\xF6W\\",
-               "ModCount=4",  //
-               "[Dawn of War.1]",  "Name=Alpha",
-               "Active=1",         "DirCount=1",
-               "Dir1=AlphaData",   "[Dawn of War.2]",
-               "Name=Beta",        "Active=0",
-               "DirCount=1",       "Dir1=BetaData",
-               "[Dawn of War.3]",  "Name=Gamma",
-               "Active=1",         "DirCount=2",
-               "Dir1=GammaData",   "Dir2=GammaSound",
-               "[Dawn of War.4]",  "Name=Delta",
-               "Active=0",         "DirCount=0"});
+inline const Mod kAlpha = {"Alpha", "1", {"AlphaData"}};
+inline const Mod kBeta = {"Beta", "0", {"BetaData"}};
+inline const Mod kGamma = {"Gamma", "1", {"GammaData", "GammaSound"}};
+inline const Mod kDelta = {"Delta", "0"};
+
+inline std::string Section(const std::string& number, const Mod& mod) {
+  Names folders = mod.folders;
+  folders.insert(folders.end(), mod.leftOver.begin(), mod.leftOver.end());
+  std::string text = Text({"[Dawn of War." + number + "]", "Name=" + mod.name, "Active=" + mod.active,
+                           "DirCount=" + std::to_string(mod.folders.size())});
+  for (std::size_t i = 0; i < folders.size(); ++i) text += Text({"Dir" + std::to_string(i + 1) + "=" + folders[i]});
+  return text;
 }
 
-// The whole module file, when these are the lines between header and footer.
-inline std::string Module(Lines folders) {
-  return ReadFile(ExecutableFolder() / "HEADER") + Text(folders) + ReadFile(ExecutableFolder() / "FOOTER");
+inline std::string Settings(int count, const std::vector<Mod>& mods) {
+  std::string text = Text({"[Games]", "Count=1", "DoW1=Dawn of War", "[Dawn of War]", "Path=C:\\Games\\D\xF6W\\",
+                           "ModCount=" + std::to_string(count)});
+  for (std::size_t i = 0; i < mods.size(); ++i) text += Section(std::to_string(i + 1), mods[i]);
+  return text;
 }
 
-inline void ResetWithFourMods() {
-  Reset();
-  std::filesystem::create_directories(GameFolder());
-  WriteFile(SettingsFile(), FourMods());
-}
+inline std::string FourMods() { return Settings(4, {kAlpha, kBeta, kGamma, kDelta}); }
 
 // `text` with its one `old` replaced, to say what a command changed in it. Throws when there is none, or more.
 inline std::string With(std::string text, const std::string& old, const std::string& with) {
@@ -60,9 +64,91 @@ inline std::string With(std::string text, const std::string& old, const std::str
   return text.replace(at, old.size(), with);
 }
 
+inline std::string TwoGames() {
+  return With(FourMods(), "Count=1\r\nDoW1", "Count=2\r\nDoW2=Second\r\nDoW1") +
+         Text({"[Second]", "ModCount=1", "[Second.1]", "Name=Other"});
+}
+
+inline std::filesystem::path GameFolder() { return DriveC() / "Games" / u8"D\u00F6W"; }
+inline std::filesystem::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
+
+// The whole module file, when these are the folders between header and footer.
+inline std::string Module(const Names& folders, std::int64_t number = 5) {
+  std::string text = ReadFile(ExecutableFolder() / "HEADER");
+  for (const std::string& folder : folders) text += Text({"DataFolder." + std::to_string(number++) + " = " + folder});
+  return text + ReadFile(ExecutableFolder() / "FOOTER");
+}
+
+inline void ResetWithFourMods() {
+  Reset();
+  for (const char8_t* const folder : {u8"Data", u8"data2", u8"B\u00E4r", u8"b", u8".hidden", u8"Zoo"})
+    std::filesystem::create_directories(GameFolder() / "w40K" / folder);
+  WriteFile(SettingsFile(), FourMods());
+}
+
 class WithFourMods : public testing::Test {
  protected:
   void SetUp() override { ResetWithFourMods(); }
 };
+
+// What a user does, or sees on the way.
+using Act = std::function<void(User&)>;
+
+template <typename... Arguments>
+auto Acts(void (User::*act)(Arguments...)) {
+  return [act](auto... arguments) -> Act { return [=](User& user) { (user.*act)(arguments...); }; };
+}
+inline const auto Click = Acts(&User::Click);
+inline const auto Select = Acts(&User::ClickEntry);
+inline const auto Choose = Acts(&User::Choose);
+inline const auto Type = Acts(&User::Type);
+inline const auto Press = Acts(&User::Press);
+inline const auto Answer = Acts(&User::Answer);
+inline const auto Close = Acts(&User::CloseWindow);
+inline Act Sees(const std::optional<Message>& message) {
+  return [=](User& user) { EXPECT_EQ(user.ShownMessage(), message); };
+}
+// Another program does, meanwhile.
+inline Act Write(const std::string& settings) {
+  return [=](User& /*user*/) { WriteFile(SettingsFile(), settings); };
+}
+
+// The entries of a list, with the selected one in brackets; in parentheses, what is there in the place of entries.
+inline std::string Shown(User& user, const std::string& list) {
+  if (user.Entries(list).empty()) return "(" + user.EmptyText(list) + ")";
+  std::string shown;
+  const std::string selected = user.Selected(list);
+  for (const std::string& entry : user.Entries(list)) {
+    if (!shown.empty()) shown += ", ";
+    shown += !selected.empty() && entry == selected ? "[" + entry + "]" : entry;
+  }
+  return shown;
+}
+
+// What the user sees in the end, and what is then on the disk.
+struct Row {
+  const char* rule;
+  std::vector<Act> acts;
+  std::string lists;                         // the games, where the setup dialog is open; "available | active"
+  std::optional<std::string> settings = {};  // none when they are as before
+  std::optional<Names> moduleFolders = {};   // none when there is no module file
+};
+
+inline void Check(const std::string& settings, const Row& row, const std::vector<Installation>& registry = {}) {
+  SCOPED_TRACE(row.rule);
+  ResetWithFourMods();
+  SetRegistry(registry);
+  WriteFile(SettingsFile(), settings);
+  Use([&](User& user) {
+    for (const Act& act : row.acts) act(user);
+    EXPECT_FALSE(user.ShownMessage());
+    EXPECT_EQ(user.CountWindows("frmNew"), 0);
+    const bool isInSetup = user.CountWindows("frmDoWSetup") > 0;
+    EXPECT_EQ(isInSetup ? Shown(user, "lstGames") : Shown(user, "lstNotActive") + " | " + Shown(user, "lstActive"),
+              row.lists);
+  });
+  EXPECT_EQ(ReadFile(SettingsFile()), row.settings.value_or(settings));
+  EXPECT_EQ(ReadFile(ModuleFile()), row.moduleFolders ? Module(*row.moduleFolders) : "");
+}
 
 }  // namespace support

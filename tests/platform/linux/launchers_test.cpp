@@ -195,7 +195,6 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichLeavesNothingInTheHome) {
   };
   const auto before = inHome();
   support::Use([&](support::User& user) {
-    user.LookAt("frmDoWSetup");
     user.Click("cmdnew");
     user.Press(support::Key::Enter);
     user.TypeFileName("W40K.EXE");
