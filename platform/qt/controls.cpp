@@ -5,6 +5,7 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QStyledItemDelegate>
@@ -75,23 +76,17 @@ class CodePageValidator : public QValidator {
       const QString one = QString::fromUcs4(&character, 1);
       (FromUtf16Exactly(one.toStdU16String()) ? kept : leftOut) += one;
     }
-    if (leftOut.isEmpty()) {
-      Say("");
-    } else {
-      cursor = static_cast<int>(std::max<qsizetype>(cursor - leftOut.size(), 0));
-      text = kept;
-      Say("Left out: " + leftOut + "\nThe game's own files cannot spell it.");
-    }
+    box_->setAccessibleDescription("");
+    if (leftOut.isEmpty()) return Acceptable;
+    text = kept;
+    cursor = static_cast<int>(std::max<qsizetype>(cursor - leftOut.size(), 0));
+    const QString hint = "Left out: " + leftOut + "\nThe game's own files cannot spell it.";
+    box_->setAccessibleDescription(hint);
+    QToolTip::showText(box_->mapToGlobal(QPoint(0, box_->height())), ToToolTip(hint), box_);
     return Acceptable;
   }
 
  private:
-  void Say(const QString& hint) const {
-    if (hint.isEmpty() && box_->accessibleDescription().isEmpty()) return;
-    box_->setAccessibleDescription(hint);
-    QToolTip::showText(box_->mapToGlobal(QPoint(0, box_->height())), hint.isEmpty() ? "" : ToToolTip(hint), box_);
-  }
-
   QLineEdit* box_;
 };
 
@@ -186,6 +181,11 @@ void NativeListBox::ShowNow() {
 
 void NativeListBox::keyPressEvent(QKeyEvent* event) {
   if (static_cast<NativeWindow*>(window())->TakeKey(*event, this)) return;
+  if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
+    const bool isLeft = event->key() == Qt::Key_Left;
+    const auto step = isLeft ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd;
+    return horizontalScrollBar()->triggerAction(step);
+  }
   // Where no entry is selected, an arrow does not go on from one.
   const bool isUp = event->key() == Qt::Key_Up;
   const bool isArrow = isUp || event->key() == Qt::Key_Down;
