@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <algorithm>
 
 #include "platform/qt/native.h"
 #include "platform/qt/text.h"
@@ -16,10 +17,14 @@ class AccessibleDropDownList : public QAccessibleWidget {
   explicit AccessibleDropDownList(NativeDropDownList& list)
       : QAccessibleWidget(&list, QAccessible::ComboBox), list_(&list) {}
 
+  // The chosen entry is told with the description as well, since not every system asks for the value.
   QString text(QAccessible::Text which) const override {
     if (which == QAccessible::Value) return list_->currentText();
-    if (which != QAccessible::Description || !list_->onToolTip) return QAccessibleWidget::text(which);
-    return QStringList{ToQt(list_->onToolTip()), list_->accessibleDescription()}.join("\n").trimmed();
+    if (which != QAccessible::Description) return QAccessibleWidget::text(which);
+    const QString toolTip = list_->onToolTip ? ToQt(list_->onToolTip()) : "";
+    QStringList told = {list_->currentText(), toolTip, list_->accessibleDescription()};
+    told.removeAll("");
+    return told.join("\n");
   }
 
   QAccessible::State state() const override {
@@ -31,16 +36,30 @@ class AccessibleDropDownList : public QAccessibleWidget {
 
   int childCount() const override { return 1; }
   QAccessibleInterface* child(int index) const override {
-    return index == 0 ? QAccessible::queryAccessibleInterface(list_->view()) : nullptr;
+    if (index != 0) return nullptr;
+    // The toolkit lets the list of entries know the chosen one only when it drops down.
+    if (!list_->view()->isVisible()) list_->view()->setCurrentIndex(list_->model()->index(list_->currentIndex(), 0));
+    return QAccessible::queryAccessibleInterface(list_->view());
   }
   int indexOfChild(const QAccessibleInterface* child) const override {
     return child != nullptr && child->object() == list_->view() ? 0 : -1;
   }
 
-  QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+  QStringList actionNames() const override {
+    return {showMenuAction(), pressAction(), increaseAction(), decreaseAction()};
+  }
+
+  // The next entry and the one before are chosen as by an arrow key, with the focus.
   void doAction(const QString& action) override {
-    if (!actionNames().contains(action)) return QAccessibleWidget::doAction(action);
-    list_->view()->isVisible() ? list_->hidePopup() : list_->showPopup();
+    const int step = action == increaseAction() ? 1 : action == decreaseAction() ? -1 : 0;
+    if (step != 0) {
+      list_->setFocus();
+      list_->setCurrentIndex(std::clamp(list_->currentIndex() + step, 0, std::max(list_->count() - 1, 0)));
+    } else if (action == showMenuAction() || action == pressAction()) {
+      list_->view()->isVisible() ? list_->hidePopup() : list_->showPopup();
+    } else {
+      QAccessibleWidget::doAction(action);
+    }
   }
 
  private:

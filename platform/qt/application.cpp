@@ -63,13 +63,13 @@ struct EventFilter : QObject {
  private:
   // Keys that click are to click once, however long they are held down, also where the first click has opened a dialog.
   bool IsHeldDown(const QEvent& event) {
-    const bool isPress = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
-    if (!isPress && event.type() != QEvent::KeyRelease) return false;
-    const auto& key = static_cast<const QKeyEvent&>(event);
-    if (!isPress) releasedAt_ = key.timestamp();
+    const auto* const key = dynamic_cast<const QKeyEvent*>(&event);
+    if (key == nullptr) return false;
+    const bool isPress = event.type() != QEvent::KeyRelease;
+    if (!isPress) releasedAt_ = key->timestamp();
     // X11 sends a release and a press of one time, which the toolkit does not always see to belong together.
-    const bool isOneTime = key.timestamp() == releasedAt_ && QGuiApplication::platformName() == "xcb";
-    return isPress && (key.isAutoRepeat() || isOneTime) && Clicks(key.key());
+    const bool isOneTime = key->timestamp() == releasedAt_ && QGuiApplication::platformName() == "xcb";
+    return isPress && (key->isAutoRepeat() || isOneTime) && Clicks(key->key());
   }
 
   quint64 releasedAt_ = 0;

@@ -1,8 +1,8 @@
 #include "platform/controls.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QFocusEvent>
-#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -130,7 +130,7 @@ void NativeDropDownList::paintEvent(QPaintEvent* event) {
 bool NativeDropDownList::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip || !onToolTip) return QComboBox::event(event);
   const QString text = ToQt(onToolTip());
-  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text.isEmpty() ? "" : ToToolTip(text), this);
+  QToolTip::showText(QCursor::pos(), text.isEmpty() ? "" : ToToolTip(text), this);
   return true;
 }
 
@@ -180,7 +180,7 @@ void NativeListBox::ShowNow() {
 }
 
 void NativeListBox::keyPressEvent(QKeyEvent* event) {
-  if (static_cast<NativeWindow*>(window())->TakeKey(*event, this)) return;
+  if (dynamic_cast<NativeWindow&>(*window()).TakeKey(*event, this)) return;
   if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
     const bool isLeft = event->key() == Qt::Key_Left;
     const auto step = isLeft ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd;
@@ -199,7 +199,7 @@ void NativeListBox::mouseDoubleClickEvent(QMouseEvent* event) {
   const bool isOnSelected = event->button() == Qt::LeftButton && clicked != nullptr && clicked->isSelected();
   QListWidget::mouseDoubleClickEvent(event);
   if (isOnSelected)
-    static_cast<NativeWindow*>(window())->TakeKey({QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier}, this);
+    dynamic_cast<NativeWindow&>(*window()).TakeKey({QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier}, this);
 }
 
 // A selected row has the colours of one whether or not the list has the focus: what a command will act on is to be
@@ -241,7 +241,11 @@ void Button::SetEnabled(bool isEnabled) const {
 }
 
 void Button::OnClick(std::function<void()> handler) const {
-  QObject::connect(native_, &QPushButton::clicked, native_, [click = std::move(handler)] {
+  QObject::connect(native_, &QPushButton::clicked, native_, [native = native_, click = std::move(handler)] {
+    // The mouse has taken the focus from a drop-down list by now. So does a click by a key or by a screen reader, and
+    // the validation may show that there is nothing to click on.
+    if (dynamic_cast<NativeDropDownList*>(native->window()->focusWidget()) != nullptr) native->setFocus();
+    if (!native->isEnabled()) return;
     click();
     DropInputAfterHandler();
   });

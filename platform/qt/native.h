@@ -97,8 +97,8 @@ struct NativeWindow : QWidget {
  private:
   struct NativeKey {
     QKeyCombination key;
-    QWidget* target;
-    const NativeListBox* list;
+    QWidget* target = nullptr;
+    const NativeListBox* list = nullptr;
   };
 
   void SetOpen(bool isOpen);
@@ -106,8 +106,8 @@ struct NativeWindow : QWidget {
   void BringWhatIsInFront();
   void TakeDesktopsSize();
   void AddControl(const ControlLayout& control);
-  void ConnectControl(const ControlLayout& control);
-  void AddKey(const KeyLayout& key);
+  void ConnectControl(const ControlLayout& control) const;
+  void AddKey(const KeyLayout& layout);
   void Leave(NativeDropDownList& list);
   void SetTabOrder();
 

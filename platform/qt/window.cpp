@@ -130,12 +130,12 @@ void NativeWindow::AddControl(const ControlLayout& control) {
   controls.emplace(control.name, widget);
 }
 
-void NativeWindow::ConnectControl(const ControlLayout& control) {
+void NativeWindow::ConnectControl(const ControlLayout& control) const {
   if (!control.fills.empty())
     Find<NativeButton>(*this, control.name).fills = &Find<NativeListBox>(*this, control.fills);
   if (control.label.empty()) return;
   auto& label = Find<QLabel>(*this, control.label);
-  QWidget& named = Find<QWidget>(*this, control.name);
+  auto& named = Find<QWidget>(*this, control.name);
   label.setBuddy(&named);
   named.setAccessibleName(label.text().remove(':'));
 }
@@ -160,8 +160,6 @@ bool NativeWindow::TakeKey(const QKeyEvent& event, const NativeListBox* list) {
   if (auto* const left = dynamic_cast<NativeDropDownList*>(key->target)) {
     Leave(*left);
   } else if (auto* const button = dynamic_cast<NativeButton*>(key->target)) {
-    // As by a click, which would take the focus from it, a drop-down list is left before the button acts.
-    if (dynamic_cast<NativeDropDownList*>(focusWidget()) != nullptr) button->setFocus();
     button->click();
   }
   return true;
