@@ -180,9 +180,10 @@ TEST(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
                                               {Press(Key::Enter), "Dawn of War"},
                                               {Close(""), "Second"},
                                               {Press(Key::Escape), "Second"}};
-  for (const auto& [leave, game] : ways) {
+  for (const auto& way : ways) {
+    const char* const game = way.second;
     const Act isSelected = [&](User& user) { EXPECT_EQ(user.Selected("lstGame"), game); };
-    Check(TwoGames(), {game, {Choose("lstGame", "Second"), kOpen, leave, isSelected}, "Other | ()"});
+    Check(TwoGames(), {game, {Choose("lstGame", "Second"), kOpen, way.first, isSelected}, "Other | ()"});
   }
 }
 
