@@ -208,6 +208,14 @@ BREAKS = {
         ("ftruncate(file.Descriptor(), static_cast<off_t>(bytes.size())) != 0", "fsync(file.Descriptor()) != 0",
          "the end of a longer file stays"),
     ],
+    "platform/linux/launchers.cpp": [
+        ('"steamapps/compatdata/*"', '"steamapps/compatdata/0"', "the game is not found in Steam's prefixes"),
+        ("addNamedIn(kLutris);", "", "nor in those of Lutris"),
+        ('if (text.starts_with("~/")) text.replace(0, 1, HomeFolder());', "", "a path from the home folder on is none"),
+        (".second) folders_", ".second || true) folders_", "a prefix of two names is two"),
+        ("if (std::string_view(R\"(*?[]{},~\\)\").find(c) != std::string_view::npos) whole += '\\\\';", "",
+         "a folder with a bracket in its name is not searched"),
+    ],
     "platform/linux/paths.cpp": [
         ("entry->d_name[0] == '.' ||", "", "hidden folders are offered"),
         ("std::ranges::sort(names, ComesBefore);", "std::ranges::sort(names);", "capitals come before all small letters"),
@@ -218,6 +226,8 @@ BREAKS = {
         ("{SIGTERM, SIGINT, SIGHUP}", "{SIGINT, SIGHUP}", "the end of the session kills the program"),
     ],
     "platform/linux/registry.cpp": [
+        ("if (path) data = *path", "if (!path) data = *path", "a path of another prefix is given on its drives"),
+        ("if (!lines) continue;", "if (!lines) break;", "the first prefix alone is asked"),
         ("if (*size > room) return kErrorMoreData;", "", "a long value is written beyond its room"),
         ("root != kHkeyLocalMachine", "false", "any root is the local machine's"),
     ],
@@ -253,7 +263,7 @@ BREAKS = {
         ("option->state |= QStyle::State_Active;", "", "a selected row is pale without the focus"),
         ("if (Selected() != position) native_->clearSelection();", "", "selecting none selects"),
         ("if (native_->item(i)->isSelected()) ", "", "all folders are a new mod's"),
-        ("const { native_->viewport()->repaint(); }", "const {}", "a long command shows nothing of its work"),
+        ("const { native_->ShowNow(); }", "const {}", "a long command shows nothing of its work"),
         ("(FromUtf16Exactly(one.toStdU16String()) ? kept : leftOut)", "kept", "what no file can spell is typed as it is"),
         ("native_->fills != nullptr) native_->fills->setFocus();", "false) {}", "the focus goes with a button that is disabled"),
         ("isArrow && selectionMode() == SingleSelection", "false", "an arrow passes over the entry where nothing is selected"),
@@ -263,7 +273,7 @@ BREAKS = {
         ("box.setTextFormat(Qt::PlainText);", "", "a mod's name is markup"),
         ("box.setEscapeButton(QMessageBox::No);", "", "a question's close box does not answer"),
         ("folderLength <= settings.longestFolder", "folderLength > 0", "a folder that cannot be kept is taken"),
-        ("dialog.selectFile(ToQt(settings.fileName));", "", "the file dialog offers no file"),
+        ("dialog->selectFile(", "static_cast<void>(", "the file dialog offers no file"),
         ("== QDialog::Accepted ? FromQt(dialog.textValue())", ">= 0 ? FromQt(dialog.textValue())", "Cancel gives the text"),
     ],
     "platform/qt/fonts.cpp": [
