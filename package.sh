@@ -27,6 +27,7 @@ put_licences() {
     cp "$parts/CMakeFiles/gantrel.dir/gantrel.rc.res" "$relink/gantrel.res"
   else
     local compiler=g++
+    terms_of_file "$($compiler -print-file-name=libyaml.a)" >"$licences/libyaml.txt"
   fi
   terms_of_file "$($compiler -print-libgcc-file-name)" >"$licences/GCC.txt"
 
