@@ -66,13 +66,14 @@ struct EventFilter : QObject {
     const auto* const key = dynamic_cast<const QKeyEvent*>(&event);
     if (key == nullptr) return false;
     const bool isPress = event.type() != QEvent::KeyRelease;
-    if (!isPress) releasedAt_ = key->timestamp();
+    if (!isPress) released_ = {key->key(), key->timestamp()};
     // X11 sends a release and a press of one time, which the toolkit does not always see to belong together.
-    const bool isOneTime = key->timestamp() == releasedAt_ && QGuiApplication::platformName() == "xcb";
+    const bool isOneTime = key->timestamp() != 0 && released_ == std::pair(key->key(), key->timestamp()) &&
+                           QGuiApplication::platformName() == "xcb";
     return isPress && (key->isAutoRepeat() || isOneTime) && Clicks(key->key());
   }
 
-  quint64 releasedAt_ = 0;
+  std::pair<int, quint64> released_;  // the last key, and when
 };
 
 // While the display is opened. In its own words the toolkit would have the user install it again.
