@@ -94,11 +94,12 @@ std::string frmMain::DataFolders(const std::string& mod) const {
   const std::string section = schema::ModSection(game, n);
   const std::int64_t count = Module1::DirCount(section);
   if (count <= 0) return "No data folders";
-  const std::string base = DataFolderBase();
+  const std::string base = DataFolderBase() + "\\";
   std::string lines = "Data folders:";
   for (std::int64_t k = 1; k <= count; ++k) {
     const std::string folder = GetSetting(section, schema::DirKey(k), "");
-    lines += "\n" + folder + (platform::IsMissingFolder(base + "\\" + folder) ? " (missing)" : "");
+    lines.append("\n").append(folder);
+    if (platform::IsMissingFolder(base + folder)) lines += " (missing)";
   }
   return lines;
 }
