@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "support/own_folder.h"
 #include "tests/faults/system_calls.h"
 
@@ -37,6 +38,13 @@ std::error_code Read(const HostPath& path) {
   const auto failure = bytes.Read(path);
   EXPECT_TRUE(failure ? bytes.View().empty() : bytes.View() == kOld || bytes.View() == kLarge);
   return failure;
+}
+
+// What cannot be listed whole is not listed.
+std::error_code List(const HostPath& /*path*/) {
+  const auto names = platform::ListSubfolders("C:\\My T\xF6\xF6ls");
+  EXPECT_TRUE(!names || *names == std::vector<std::string>{"Gantrel"});
+  return names ? std::error_code() : std::make_error_code(std::errc::io_error);
 }
 
 HostPath InItsSpelling() { return BesideExecutable("File.txt"); }
@@ -104,7 +112,7 @@ class Faults : public testing::TestWithParam<Row> {
     });
   }
 
-  const Content after_ = GetParam().act == Read ? GetParam().before : kNew;
+  const Content after_ = GetParam().act == Replace ? kNew : GetParam().before;
   const fs::path file_ = ExecutableFolder() / "File.txt";
   fs::perms permissions_ = fs::perms::none;
   int tries_ = 0;
@@ -141,6 +149,7 @@ const Row kRows[] = {
     {"ReadingALargeFile", Read, InItsSpelling, kLarge},
     {"ReadingByAnotherSpelling", Read, InAnotherSpelling},
     {"ReadingByALink", Read, ByALink},
+    {"Listing", List, InItsSpelling},
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, Faults, testing::ValuesIn(kRows),

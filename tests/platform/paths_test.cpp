@@ -34,6 +34,7 @@ class Paths : public testing::Test {
     fs::create_directories(games_);
     if (!fs::exists(devices_)) return;
     fs::create_directories(mounted_);
+    fs::create_directory_symlink(support::Root(), devices_ / "f:");
     fs::create_directory_symlink(mounted_, devices_ / "g:");
     fs::create_symlink("/nowhere", devices_ / "q:");
     fs::create_symlink("h:", devices_ / "h:");
@@ -115,6 +116,7 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
 
 TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
   fs::create_directories(games_ / u8"B\u00DCRO \u0153" / "x");
+  support::WriteFile(games_ / "file", "");
   const fs::path given = DriveC() / "gAMES";
   const struct {
     fs::path given;
@@ -125,6 +127,7 @@ TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
       {given / u8"missing/b\u00FCro \u0152", games_ / u8"missing/b\u00FCro \u0152"},
       {given / u8"b?ro \u0153", games_ / u8"b?ro \u0153"},
       {given / "b*", games_ / "b*"},
+      {given / "FILE" / "x", games_ / "file" / "x"},
 #ifdef _WIN32
       {"c:/gAMES", "c:\\Games"},
       {"C:\\", "C:\\"},
