@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,10 +25,6 @@ std::vector<std::string> OtherNamesOfDriveC();
 
 // Asks this program to quit, as the desktop does at the end of its session. Called from any thread.
 void AskToQuit();
-
-// Copies the process as it is, with the calling thread alone. Returns the copy's wait status once it has ended, and in
-// the copy nothing. A copy that takes more than a minute is ended by SIGALRM. Throws where a process cannot be copied.
-std::optional<int> CopyProcess();
 
 // The time for which the program has kept the processor busy.
 double ProcessorSeconds();

@@ -1,13 +1,9 @@
 #include "support/system.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <array>
 #include <csignal>
 #include <cstdio>
 #include <ctime>
-#include <stdexcept>
 
 #include "platform/code_page.h"
 #include "platform/paths.h"
@@ -49,19 +45,6 @@ std::vector<std::string> OtherNamesOfDriveC() {
 }
 
 void AskToQuit() { std::raise(SIGTERM); }
-
-std::optional<int> CopyProcess() {
-  constexpr unsigned int kPatience = 60;  // seconds
-  const pid_t copy = fork();
-  if (copy < 0) throw std::runtime_error("cannot copy the process");
-  if (copy == 0) {
-    alarm(kPatience);
-    return std::nullopt;
-  }
-  int status = 0;
-  waitpid(copy, &status, 0);
-  return status;
-}
 
 double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 

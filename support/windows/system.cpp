@@ -54,8 +54,6 @@ std::vector<std::string> OtherNamesOfDriveC() { return {"c:\\", "C:/", "\\\\?\\C
 
 void AskToQuit() { EnumWindows(EndSession, 0); }
 
-std::optional<int> CopyProcess() { throw std::logic_error("this system copies no process"); }
-
 double ProcessorSeconds() {
   FILETIME created = {};
   FILETIME ended = {};
