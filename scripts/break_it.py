@@ -258,6 +258,8 @@ BREAKS = {
     ],
     "platform/qt/controls.cpp": [
         ("next != nullptr && next != this && next->window() == window()", "next != this", "leaving the program validates"),
+        ("if (dynamic_cast<NativeDropDownList*>(native->window()->focusWidget()) != nullptr) native->setFocus();", "",
+         "a key acts before the lists follow the selector"),
         ("if (hasFocus()) {", "if (!hasFocus()) {", "the wheel chooses a game without the focus"),
         ("option->state |= QStyle::State_Active;", "", "a selected row is pale without the focus"),
         ("if (Selected() != position) native_->clearSelection();", "", "selecting none selects"),
@@ -287,8 +289,6 @@ BREAKS = {
         ("control.spokenName.empty() ? words : control.spokenName", "words", "controls without a caption have no spoken name"),
         ("setFixedSize(Pixels(layout.width), ", "resize(Pixels(layout.width), ", "windows can be resized"),
         ("defaultButton_ = qobject_cast<QPushButton*>(widget);", "{}", "Enter is not OK"),
-        ("if (dynamic_cast<NativeDropDownList*>(focusWidget()) != nullptr) button->setFocus();", "",
-         "a key acts before the lists follow the selector"),
         ("list->selectedItems().isEmpty()", "false", "Enter in a list acts although nothing is selected"),
         ("  KeepClearOfOthers();", "", "a window hides another of its kind"),
         ("inFront_->activateWindow();", "", "a click on the main window does not bring the setup dialog"),
