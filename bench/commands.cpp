@@ -61,13 +61,16 @@ auto Click(const char* button) {
 }
 
 // What comes before the answer is the user's time.
+void AnswerOk(const std::function<void()>& start) {
+  auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+  if (box == nullptr) return QTimer::singleShot(0, [start] { AnswerOk(start); });
+  start();
+  box->button(QMessageBox::Ok)->click();
+}
+
 auto ClickAndAnswerOk(const char* button) {
   return [button](const frmMain&, const std::function<void()>& start) {
-    QTimer::singleShot(0, [start] {
-      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      start();
-      box->button(QMessageBox::Ok)->click();
-    });
+    QTimer::singleShot(0, [start] { AnswerOk(start); });
     Button(button).click();
   };
 }
@@ -91,12 +94,19 @@ void ConfirmNewMod(const frmMain& /*window*/, const std::function<void()>& start
   button.click();
 }
 
+constexpr std::array kLists = {"lstNotActive", "lstActive"};
+
+// What a list shows already is not filled anew.
+void EmptyLists() {
+  for (const char* const list : kLists) List(list).clear();
+}
+
 void Fill(const frmMain& window, const std::function<void()>& start) {
   start();
   window.ListMods();
 }
 
-const Command kFill = {"fill", sample::Active::EverySecond, [] {}, Fill};
+const Command kFill = {"fill", sample::Active::EverySecond, EmptyLists, Fill};
 const Command kActivate = {
     "activate one", sample::Active::EverySecond, Select("lstNotActive", 0.5), Click("cmdActivate1"), 1, 1};
 const Command kMove = {"move one", sample::Active::EverySecond, Select("lstActive", 0.5), Click("cmdMoveDown"), 1, 1};
@@ -106,7 +116,6 @@ const Command kNew = {"new mod", sample::Active::EverySecond, OpenNewMod, Confir
 const Command kActivateAll = {"activate all", sample::Active::None, [] {}, Click("cmdActivateAll"), 1, 1, true};
 
 using Texts = std::array<std::vector<std::string>, 2>;
-constexpr std::array kLists = {"lstNotActive", "lstActive"};
 
 Texts EntriesNow() {
   Texts texts;

@@ -62,7 +62,7 @@ class EntriesOfOneSize : public QStyledItemDelegate {
   }
 
  private:
-  const NativeListBox* list_;
+  NativeListBox* list_;
 };
 
 class CodePageValidator : public QValidator {
@@ -153,12 +153,8 @@ void NativeListBox::Fill(const QStringList& entries) {
   setAutoScroll(false);
   if (oldCount > before + after) model()->removeRows(before, oldCount - before - after);
   const auto at = widths_.erase(widths_.begin() + before, widths_.end() - after);
-  std::vector<int> widths;
-  for (int row = before; row < newCount - after; ++row) {
-    insertItem(row, new NativeEntry(entries[row], *this));
-    widths.push_back(fontMetrics().horizontalAdvance(entries[row]));
-  }
-  widths_.insert(at, widths.begin(), widths.end());
+  widths_.insert(at, static_cast<std::size_t>(newCount - before - after), kNotMeasured);
+  for (int row = before; row < newCount - after; ++row) insertItem(row, new NativeEntry(entries[row], *this));
   clearSelection();
   setCurrentRow(std::min(place, newCount - 1), QItemSelectionModel::NoUpdate);
   setAutoScroll(true);
@@ -172,7 +168,13 @@ void NativeListBox::SetEmptyText(const QString& text) {
   viewport()->update();
 }
 
-int NativeListBox::WidestEntry() const { return static_cast<int>(std::ranges::max_element(widths_) - widths_.begin()); }
+int NativeListBox::WidestEntry() {
+  for (std::size_t row = 0; row < widths_.size(); ++row) {
+    if (widths_[row] == kNotMeasured)
+      widths_[row] = fontMetrics().horizontalAdvance(item(static_cast<int>(row))->text());
+  }
+  return static_cast<int>(std::ranges::max_element(widths_) - widths_.begin());
+}
 
 void NativeListBox::ShowNow() {
   executeDelayedItemsLayout();

@@ -43,7 +43,7 @@ struct NativeListBox : QListWidget {
   explicit NativeListBox(QWidget* parent);
   void Fill(const QStringList& entries);
   void SetEmptyText(const QString& text);
-  int WidestEntry() const;
+  int WidestEntry();
   void ShowNow();
   QString emptyText;
   std::function<std::string(int position)> onToolTip;
@@ -56,7 +56,8 @@ struct NativeListBox : QListWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  std::vector<int> widths_;  // of the entries' texts, in pixels
+  static constexpr int kNotMeasured = -1;
+  std::vector<int> widths_;  // of the entries' texts, in pixels, once the list is laid out
 };
 
 struct NativeTextBox : QLineEdit {
