@@ -73,11 +73,44 @@ std::string_view ValueOf(std::string_view keyLine) {
   return Trimmed(content.substr(content.find('=') + 1));
 }
 
+// The value in a section's text, its header included.
+std::optional<std::string_view> FindValue(std::string_view section, std::string_view key) {
+  while (!section.empty()) {
+    const std::string_view line = LineOf(section);
+    if (IsLineOf(key, line)) return WithoutQuotes(ValueOf(line));
+    section.remove_prefix(line.size());
+    section.remove_prefix(LineEndOf(section).size());
+  }
+  return std::nullopt;
+}
+
 // Where the line begins that has only blanks before `position`; nothing when it has more.
 std::optional<std::size_t> StartOfLine(std::string_view text, std::size_t position) {
   while (position > 0 && IsBlank(text[position - 1])) --position;
   if (position > 0 && !IsLineBreak(text[position - 1])) return std::nullopt;
   return position;
+}
+
+struct Header {
+  std::size_t begin;  // of its line
+  std::size_t end;
+  std::string_view name;
+};
+
+// The first at or after a position. Looks for brackets rather than at every line: there are few of them, and the search
+// for one byte runs at the speed of memory.
+std::optional<Header> NextHeader(std::string_view text, std::size_t position) {
+  for (std::size_t at = text.find('[', position); at != std::string_view::npos; at = text.find('[', at)) {
+    const auto begin = StartOfLine(text, at);
+    const std::string_view line = begin ? LineOf(text.substr(at)) : text.substr(at, 1);
+    at += line.size();
+    if (const auto name = SectionName(line)) return Header{*begin, at, *name};
+  }
+  return std::nullopt;
+}
+
+std::string_view MarkOf(std::string_view text) {
+  return text.substr(0, text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
 }
 
 }  // namespace
@@ -100,11 +133,20 @@ ProfileText::ProfileText(std::string text) { TakeApart(std::move(text)); }
 
 std::string_view ProfileText::Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
 
-// Looks for brackets rather than at every line: there are few of them, and the search for one byte runs at the speed
-// of memory.
+std::optional<std::string_view> ProfileText::FindIn(std::string_view text, std::string_view section,
+                                                    std::string_view key) {
+  text.remove_prefix(MarkOf(text).size());
+  for (auto header = NextHeader(text, 0); header; header = NextHeader(text, header->end)) {
+    if (!SameName(header->name, Trimmed(section))) continue;
+    const auto next = NextHeader(text, header->end);
+    return FindValue(text.substr(header->begin, next ? next->begin - header->begin : text.npos), key);
+  }
+  return std::nullopt;
+}
+
 void ProfileText::TakeApart(std::string wholeText) {
   std::string_view text = Keep(std::move(wholeText));
-  mark_ = text.substr(0, text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+  mark_ = MarkOf(text);
   text.remove_prefix(mark_.size());
   lineEnd_ = LineEndOf(text.substr(LineOf(text).size()));
   if (lineEnd_.empty()) lineEnd_ = kNewLineEnd;
@@ -112,15 +154,10 @@ void ProfileText::TakeApart(std::string wholeText) {
   sections_.clear();
   places_.clear();
   std::size_t begin = 0;
-  for (std::size_t at = text.find('['); at != std::string_view::npos; at = text.find('[', at)) {
-    const auto start = StartOfLine(text, at);
-    const std::string_view line = start ? LineOf(text.substr(at)) : text.substr(at, 1);
-    if (const auto name = SectionName(line)) {
-      sections_.push_back({text.substr(begin, *start - begin)});
-      places_.emplace(*name, sections_.size());
-      begin = *start;
-    }
-    at += line.size();
+  for (auto header = NextHeader(text, 0); header; header = NextHeader(text, header->end)) {
+    sections_.push_back({text.substr(begin, header->begin - begin)});
+    places_.emplace(header->name, sections_.size());
+    begin = header->begin;
   }
   sections_.push_back({text.substr(begin)});
 }
@@ -163,13 +200,7 @@ ProfileText::Line* ProfileText::FindLine(Section& section, std::string_view key)
 std::optional<std::string_view> ProfileText::Find(std::string_view section, std::string_view key) {
   Section* const found = FindSection(section);
   if (found == nullptr) return std::nullopt;
-  if (found->lines.empty() && found->text.size() <= kFewBytes) {
-    for (std::string_view rest = found->text; !rest.empty();) {
-      const std::string_view line = TakeLine(rest).content;
-      if (IsLineOf(key, line)) return WithoutQuotes(ValueOf(line));
-    }
-    return std::nullopt;
-  }
+  if (found->lines.empty() && found->text.size() <= kFewBytes) return FindValue(found->text, key);
   const Line* const line = FindLine(*found, key);
   if (line == nullptr) return std::nullopt;
   return WithoutQuotes(ValueOf(line->content));

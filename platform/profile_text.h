@@ -23,6 +23,9 @@ class ProfileText {
  public:
   explicit ProfileText(std::string text);
 
+  // One look-up in a text that is not taken apart: what Find would give. Valid as long as `text`.
+  static std::optional<std::string_view> FindIn(std::string_view text, std::string_view section, std::string_view key);
+
   // The value of `key` in `section`, without the blanks around it and then without one pair of quotes; nothing when the
   // section or the key is missing. Valid as long as the text.
   std::optional<std::string_view> Find(std::string_view section, std::string_view key);

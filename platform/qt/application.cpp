@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -185,6 +186,10 @@ void DropPendingInput() {
   constexpr int kLongest = 100;  // milliseconds
   running->isDroppingInput = true;
   QCoreApplication::processEvents(QEventLoop::AllEvents, kLongest);
+  // On Windows the toolkit puts what the system had for it behind what was posted.
+  QEventLoop delivery;
+  QMetaObject::invokeMethod(&delivery, &QEventLoop::quit, Qt::QueuedConnection);
+  delivery.exec();
   running->isDroppingInput = false;
 }
 

@@ -46,7 +46,10 @@ TEST(ProfileText, Finds) {
       {"a byte-order mark is skipped", "\xEF\xBB\xBF[A]\r\nx=1\r\n", "A", "x", "1"},
       {"zero bytes are bytes", std::string("[A]\r\n\0=2\r\nx=a\0b\r\n", 17), "A", "x", std::string("a\0b", 3)},
   };
-  for (const auto& row : rows) EXPECT_EQ(ProfileText(row.text).Find(row.section, row.key), row.value) << row.rule;
+  for (const auto& row : rows) {
+    EXPECT_EQ(ProfileText(row.text).Find(row.section, row.key), row.value) << row.rule;
+    EXPECT_EQ(ProfileText::FindIn(row.text, row.section, row.key), row.value) << row.rule;
+  }
 }
 
 TEST(ProfileText, SetsOneValueAlone) {
