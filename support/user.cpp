@@ -307,9 +307,12 @@ void User::TurnWheel(std::string_view control) {
 void User::ClickWhile(std::string_view button, std::string_view list, std::string_view other) {
   QMetaObject::Connection connection;
   Do([&] {
+    // In this order: the toolkit's own click lets events in on some systems.
     const auto meanwhile = [control = &Control(other)] {
-      ClickAt(*control, control->rect().center());
-      control->window()->windowHandle()->close();
+      const QWidget* const window = control->window();
+      const QPoint point = control->mapTo(window, control->rect().center());
+      window->windowHandle()->close();
+      QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier, point);
     };
     connection = QObject::connect(dynamic_cast<QListWidget&>(Control(list)).model(), &QAbstractItemModel::rowsInserted,
                                   [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); });
