@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ranges>
 #include <utility>
 
 namespace platform {
@@ -22,8 +21,11 @@ std::string FromUtf16(std::u16string_view wide) {
 
 // From the end: sections and keys that are numbered differ there.
 bool SameName(std::string_view left, std::string_view right) {
-  return std::ranges::equal(left | std::views::reverse, right | std::views::reverse,
-                            [](char a, char b) { return a == b || FoldCase(a) == FoldCase(b); });
+  if (left.size() != right.size()) return false;
+  for (std::size_t i = left.size(); i-- > 0;) {
+    if (left[i] != right[i] && FoldCase(left[i]) != FoldCase(right[i])) return false;
+  }
+  return true;
 }
 
 bool ComesBefore(std::string_view left, std::string_view right) {
