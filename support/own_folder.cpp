@@ -1,16 +1,72 @@
 #include "support/own_folder.h"
 
+#include <QProcess>
+#include <QStringList>
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <system_error>
+
+#include "platform/paths.h"
+#include "support/system.h"
 
 namespace fs = std::filesystem;
 
 namespace support {
+namespace {
+
+constexpr const char* kProgram = "gantrel-test.exe";  // the ending is Windows's, and does no harm elsewhere
+constexpr const char* kIsCopy = "GANTREL_TEST_IS_COPY";
+
+// Also what is read-only; but for `kept`, and the folders above it.
+void Remove(const fs::path& path, const fs::path& kept) {
+  if (path == kept) return;
+  std::error_code isNotEmpty;
+  if (!fs::is_symlink(path)) fs::permissions(path, fs::perms::owner_all, fs::perm_options::add);
+  if (fs::is_symlink(path) || !fs::is_directory(path)) {
+    fs::remove(path);
+    return;
+  }
+  for (const auto& entry : fs::directory_iterator(path)) Remove(entry.path(), kept);
+  fs::remove(path, isNotEmpty);
+}
+
+void RemoveAllBut(const fs::path& kept) {
+  for (const fs::path& path : Ours()) Remove(path, kept);
+}
+
+}  // namespace
 
 fs::path ExecutableFolder() { return DriveC() / u8"My T\u00F6\u00F6ls" / "Gantrel"; }
 fs::path SettingsFile() { return ExecutableFolder() / "Ulvane.ini"; }
+
+void Reset() {
+  RemoveAllBut(ExecutableFolder() / kProgram);
+  fs::create_directories(Root());
+  MakeDrives();
+  SetRegistry({});
+  for (const char* const name : {"Make.ini", "HEADER", "FOOTER"}) {
+    fs::copy_file(fs::path(GANTREL_SOURCE_DIR) / "templates" / name, ExecutableFolder() / name);
+  }
+}
+
+int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int, char**)) {
+  if (qEnvironmentVariableIsSet(kIsCopy)) return run(argumentCount, arguments);
+  MakeRoot();
+  qputenv(kIsCopy, "1");
+  const fs::path copy = ExecutableFolder() / kProgram;
+  fs::create_directories(copy.parent_path());
+  fs::path own = platform::BesideExecutable(fs::path(arguments[0]).filename().string()).text;
+  if (!fs::exists(own)) own += ".exe";  // which a command may leave out
+  fs::copy_file(own, copy, fs::copy_options::overwrite_existing);
+  const QStringList others(arguments + 1, arguments + argumentCount);
+  const int result = QProcess::execute(QString::fromStdU16String(copy.u16string()), others);
+  SetRegistry({});
+  RemoveAllBut({});
+  return result;
+}
 
 void WriteFile(const fs::path& file, std::string_view bytes) {
   fs::create_directories(file.parent_path());

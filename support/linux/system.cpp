@@ -1,30 +1,31 @@
 #include "support/system.h"
 
-#include <array>
+#include <QByteArray>
+#include <QStringEncoder>
 #include <csignal>
-#include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <stdexcept>
 
-#include "platform/code_page.h"
 #include "platform/paths.h"
+#include "platform/qt/text.h"
 #include "platform/registry.h"
 #include "support/linux/prefix.h"
 #include "support/own_folder.h"
 
+namespace fs = std::filesystem;
+
 namespace support {
 namespace {
+
+constexpr const char* kRootVariable = "GANTREL_TEST_ROOT";
 
 // A value's bytes as the prefix writes them; those of a text are in UTF-16.
 std::string Bytes(std::uint32_t type, const std::string& data) {
   const bool isText = type != 3 && type != platform::kRegDword;
-  std::string bytes;
-  for (const char c : data) {
-    const unsigned int unit = isText ? platform::ToUtf16({&c, 1}).front() : static_cast<unsigned char>(c);
-    std::array<char, 8> digits = {};
-    std::snprintf(digits.data(), digits.size(), isText ? "%02x,%02x," : "%02x,", unit & 0xFFU, unit >> 8U);
-    bytes += digits.data();
-  }
-  return bytes.substr(0, bytes.size() - 1);
+  const QByteArray bytes = isText ? QByteArray(QStringEncoder(QStringConverter::Utf16LE)(platform::ToQt(data)))
+                                  : QByteArray::fromStdString(data);
+  return bytes.toHex(',').toStdString();
 }
 
 }  // namespace
@@ -38,6 +39,33 @@ void SetRegistry(const std::vector<Installation>& installations) {
     text += Bytes(type, givenType == 0 ? folder + '\0' : folder) + "\n\n";
   }
   WriteFile(Prefix() / "system.reg", text);
+}
+
+fs::path Root() {
+  const char* const root = std::getenv(kRootVariable);
+  if (root == nullptr) throw std::logic_error("not started by RunInOwnFolder");
+  return root;
+}
+
+fs::path Prefix() { return Root() / "Pr\u00E9fix of \u00C4nn"; }
+fs::path DriveC() { return Prefix() / "drive_c"; }
+
+void MakeRoot() {
+  // Not named by the process's number, which a folder left behind by a killed program may have.
+  std::string root = fs::temp_directory_path() / "gantrel \u00FCber all XXXXXX";
+  if (mkdtemp(root.data()) == nullptr) throw std::runtime_error("cannot make a folder like " + root);
+  fs::permissions(root, fs::perms(0755));  // some tests go on as a user who is not root
+  setenv(kRootVariable, root.c_str(), 1);
+  setenv("HOME", (root + "/home").c_str(), 1);
+}
+
+std::vector<fs::path> Ours() { return {Root()}; }
+
+void MakeDrives() {
+  fs::create_directories(Root() / "home");
+  fs::create_directories(Prefix() / "dosdevices");
+  fs::create_directory_symlink("../drive_c", Prefix() / "dosdevices" / "c:");
+  fs::create_directory_symlink("/", Prefix() / "dosdevices" / "z:");
 }
 
 std::vector<std::string> OtherNamesOfDriveC() {

@@ -1,38 +1,31 @@
 #include "support/system.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "platform/windows/system.h"
+#include "support/own_folder.h"
 
+namespace fs = std::filesystem;
+
+// The settings hold paths on drive C:, and the registry is one for the whole machine, so the tests take both for
+// themselves. Whoever starts them says by an environment variable that the machine is there for that.
 namespace support {
 namespace {
 
-constexpr const char* kPublisher = "Software\\THQ";
-
-REGSAM In(View view) { return view == View::Bits32 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY; }
-
-void Check(LONG result) {
-  if (result != ERROR_SUCCESS) throw std::runtime_error("the registry cannot be changed: " + std::to_string(result));
+std::vector<fs::path> OnDriveC() {
+  std::vector<fs::path> paths;
+  for (const auto& entry : fs::directory_iterator(DriveC())) paths.push_back(entry.path());
+  return paths;
 }
 
-void ForgetAll(View view) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kPublisher, 0, KEY_ALL_ACCESS | In(view), &key) != ERROR_SUCCESS) return;
-  Check(RegDeleteTreeA(key, nullptr));
-  Check(RegCloseKey(key));
-}
+const std::vector<fs::path> kBefore = OnDriveC();  // the start of the program
 
-void Add(const Installation& installation) {
-  HKEY key = nullptr;
-  const std::string name = std::string(kPublisher) + "\\" + installation.edition;
-  Check(RegCreateKeyExA(HKEY_LOCAL_MACHINE, name.c_str(), 0, nullptr, 0, KEY_SET_VALUE | In(installation.view), nullptr,
-                        &key, nullptr));
-  const bool isText = installation.type == 0;
-  Check(RegSetValueExA(key, "InstallLocation", 0, isText ? REG_SZ : installation.type,
-                       reinterpret_cast<const BYTE*>(installation.folder.c_str()),
-                       static_cast<DWORD>(installation.folder.size() + (isText ? 1 : 0))));
-  Check(RegCloseKey(key));
-}
+std::string KeyIn(View view) { return view == View::Bits32 ? "Software\\Wow6432Node\\THQ" : "Software\\THQ"; }
 
 BOOL CALLBACK EndSession(HWND window, LPARAM /*parameter*/) {
   DWORD process = 0;
@@ -45,26 +38,48 @@ BOOL CALLBACK EndSession(HWND window, LPARAM /*parameter*/) {
 }  // namespace
 
 void SetRegistry(const std::vector<Installation>& installations) {
-  ForgetAll(View::Bits32);
-  ForgetAll(View::Bits64);
-  for (const Installation& installation : installations) Add(installation);
+  for (const View view : {View::Bits32, View::Bits64}) RegDeleteTreeA(HKEY_LOCAL_MACHINE, KeyIn(view).c_str());
+  for (const auto& [edition, folder, view, type] : installations) {
+    const std::string key = KeyIn(view) + "\\" + edition;
+    const bool isText = type == 0;
+    const LONG result = RegSetKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), "InstallLocation", isText ? REG_SZ : type,
+                                        folder.c_str(), static_cast<DWORD>(folder.size() + (isText ? 1 : 0)));
+    if (result != ERROR_SUCCESS) throw std::runtime_error("the registry cannot be changed: " + std::to_string(result));
+  }
 }
+
+fs::path Root() { return DriveC() / u8"gantrel \u00FCber all"; }
+fs::path DriveC() { return L"C:\\"; }
+
+void MakeRoot() {
+  if (std::getenv("GANTREL_TEST_MACHINE") != nullptr) return;
+  std::fputs(
+      "The tests put games on drive C: and into the registry, and remove them again. On a machine where nothing of\n"
+      "that can be lost, set GANTREL_TEST_MACHINE to 1.\n",
+      stderr);
+  std::exit(EXIT_FAILURE);
+}
+
+std::vector<fs::path> Ours() {
+  std::vector<fs::path> ours = OnDriveC();
+  std::erase_if(ours, [](const fs::path& path) {
+    const bool isOwn = path == Root() || path == ExecutableFolder().parent_path();
+    return !isOwn && std::ranges::find(kBefore, path) != kBefore.end();
+  });
+  return ours;
+}
+
+void MakeDrives() {}
 
 std::vector<std::string> OtherNamesOfDriveC() { return {"c:\\", "C:/", "\\\\?\\C:\\"}; }
 
 void AskToQuit() { EnumWindows(EndSession, 0); }
 
 double ProcessorSeconds() {
-  FILETIME created = {};
-  FILETIME ended = {};
-  FILETIME inKernel = {};
-  FILETIME inProgram = {};
-  GetProcessTimes(GetCurrentProcess(), &created, &ended, &inKernel, &inProgram);
-  const auto seconds = [](const FILETIME& time) {
-    constexpr double kUnit = 1e-7;
-    return kUnit * (4294967296.0 * static_cast<double>(time.dwHighDateTime) + static_cast<double>(time.dwLowDateTime));
-  };
-  return seconds(inKernel) + seconds(inProgram);
+  std::array<FILETIME, 4> times = {};  // created, ended; and used, in the system and in the program
+  GetProcessTimes(GetCurrentProcess(), &times[0], &times[1], &times[2], &times[3]);
+  constexpr double kUnit = 1e-7;
+  return kUnit * static_cast<double>(std::bit_cast<std::int64_t>(times[2]) + std::bit_cast<std::int64_t>(times[3]));
 }
 
 }  // namespace support
