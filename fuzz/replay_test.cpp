@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <utility>
 
 #include "fuzz/targets.h"
 #include "support/own_folder.h"
@@ -9,14 +10,15 @@ namespace {
 
 // The inputs that are kept, once more; a rule that does not hold ends the program.
 TEST(Fuzz, TheKeptInputsKeepTheRules) {
-  for (const fuzz::Target& target : fuzz::kTargets) {
+  for (const auto& [name, tryInput] :
+       {std::pair("paths", &fuzz::TryPaths), {"profile", &fuzz::TryProfile}, {"registry", &fuzz::TryRegistry}}) {
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(GANTREL_CORPUS) / target.name)) {
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(GANTREL_CORPUS) / name)) {
       SCOPED_TRACE(entry.path());
-      target.tryInput(support::ReadFile(entry.path()));
+      tryInput(support::ReadFile(entry.path()));
       ++count;
     }
-    EXPECT_GT(count, 4) << target.name;
+    EXPECT_GT(count, 4) << name;
   }
 }
 

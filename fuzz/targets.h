@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -13,13 +12,6 @@ namespace fuzz {
 void TryProfile(std::string_view input);   // text|section|key|value|section|..., held against a plain model
 void TryRegistry(std::string_view input);  // key|value's name|text
 void TryPaths(std::string_view input);     // a Windows path|a path of this system
-
-struct Target {
-  const char* name;
-  void (*tryInput)(std::string_view input);
-};
-inline constexpr std::array kTargets = {Target{"profile", TryProfile}, Target{"registry", TryRegistry},
-                                        Target{"paths", TryPaths}};
 
 // Ends the program unless the rule holds.
 inline void Require(bool holds, const char* rule) {
