@@ -10,7 +10,6 @@
 #include "platform/paths.h"
 #include "platform/qt/text.h"
 #include "platform/registry.h"
-#include "support/linux/prefix.h"
 #include "support/own_folder.h"
 
 namespace fs = std::filesystem;
@@ -19,6 +18,8 @@ namespace support {
 namespace {
 
 constexpr const char* kRootVariable = "GANTREL_TEST_ROOT";
+
+fs::path Prefix() { return Root() / "Pr\u00E9fix of \u00C4nn"; }
 
 // A value's bytes as the prefix writes them; those of a text are in UTF-16.
 std::string Bytes(std::uint32_t type, const std::string& data) {
@@ -47,7 +48,6 @@ fs::path Root() {
   return root;
 }
 
-fs::path Prefix() { return Root() / "Pr\u00E9fix of \u00C4nn"; }
 fs::path DriveC() { return Prefix() / "drive_c"; }
 
 void MakeRoot() {

@@ -8,7 +8,6 @@
 #include "mods/frmMain.h"
 #include "platform/file_dialog.h"
 #include "platform/registry.h"
-#include "support/linux/prefix.h"
 #include "support/user.h"
 #include "tests/support/game.h"
 
@@ -39,7 +38,7 @@ class Launchers : public testing::Test {
 
   void Restart() const {
     support::Reset();
-    fs::remove(support::Prefix() / "system.reg");
+    fs::remove(prefix_ / "system.reg");
     fs::create_directories(disk_);
   }
 
@@ -52,6 +51,7 @@ class Launchers : public testing::Test {
     WriteFile(folder / "system.reg", "WINE REGISTRY Version 2\n\n#arch=win32\n" + (installLocation.empty() ? "" : key));
   }
 
+  const fs::path prefix_ = support::DriveC().parent_path();
   const fs::path home_ = support::Root() / "home";
   const fs::path steam_ = home_ / ".local/share/Steam";
   const fs::path loop_ = home_ / ".steam/steam";
@@ -104,7 +104,7 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSay) {
 
 TEST_F(Launchers, AreAskedInTheirOrderEachPrefixOnceAndNothingElseMatters) {
   const fs::path lutris = home_ / ".config/lutris/games";
-  Paths prefixes = {support::Prefix()};
+  Paths prefixes = {prefix_};
   for (const fs::path& prefix :
        {home_ / ".wine", steam_ / "steamapps/compatdata/1/pfx", disk_ / "steamapps/compatdata/1",
         home_ / "Games/Heroic/Prefixes/x", disk_ / "lutris", home_ / ".local/share/bottles/bottles/x"}) {
