@@ -59,14 +59,16 @@ TEST(ModuleWriter, WritesTheFoldersOfTheActiveMods) {
   }
 }
 
+// Of the templates every byte is kept but the ends of their lines; a line feed alone is none.
 TEST_F(WithFourMods, MakeIniNamesTheFiles) {
   WriteMakeIni("Outfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
-  WriteFile(ExecutableFolder() / "sub" / "top.txt", "top\r");
+  WriteFile(ExecutableFolder() / "sub" / "top.txt", "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3));
   WriteFile(ExecutableFolder() / "sub" / "end.txt", "end");
   WriteModule();
   EXPECT_FALSE(fs::exists(ModuleFile()));
   EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
-            Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
+            Text({"top ", "", "", "a\nb", std::string("\0\x1A", 2), "DataFolder.5 = GammaData",
+                  "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
 }
 
 TEST_F(WithFourMods, TheModuleFileIsFoundInAnySpellingAndOnAnyDrive) {
@@ -100,11 +102,6 @@ TEST(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
   const char* const ownFile = "It is one of Gantrel's own files";
   const Failure rows[] = {
       {[] { fs::remove(ExecutableFolder() / "HEADER"); }, folder + "HEADER could not be read",
-       "No such file or directory"},
-      {[] { WriteMakeIni("Footer=\n"); }, folder + " could not be read", "Is a directory"},
-      {[] { fs::permissions(ModuleFile(), fs::perms(0444)); }, game + "Ulvane.module could not be written",
-       "Permission denied"},
-      {[] { fs::rename(GameFolder(), DriveC() / "gone"); }, game + "Ulvane.module could not be written",
        "No such file or directory"},
       {[] { WriteFile(SettingsFile(), With(FourMods(), "Path=C:", "Path=Q:")); },
        "Q:" + game.substr(2) + "Ulvane.module could not be written", "No such device"},
