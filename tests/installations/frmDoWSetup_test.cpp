@@ -44,7 +44,6 @@ Act Name(const std::string& game) {
   };
 }
 
-constexpr auto kNoGames = "(No installation was found. Click on + and pick the game's W40k.exe.)";
 const Act kOpen = Click("cmdGoToGames");
 
 TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
@@ -55,37 +54,19 @@ TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
     std::string settings;
   };
   const FirstStart rows[] = {
-      {"none", {}, kNoGames, ""},
+      {"none", {}, "(No installation was found. Click on + and pick the game's W40k.exe.)", ""},
       {"all, in their order, each folder with one backslash at its end",
        {{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}},
        "Dawn of War (C:\\D\xF6W\\), Dawn of War Demo (C:\\Demo\\), Dawn of War Beta (D:\\)",
        Text({"[Games]", "DoW1=Dawn of War", "Count=3", "DoW2=Dawn of War Demo", "DoW3=Dawn of War Beta",
              "[Dawn of War]", "Path=C:\\D\xF6W\\", "AutoPath=1", "[Dawn of War Demo]", "Path=C:\\Demo\\", "AutoPath=1",
              "[Dawn of War Beta]", "Path=D:\\", "AutoPath=1"})},
-      {"one, as the first",
-       {{"Dawn of War Demo", "C:\\Demo"}},
-       "Dawn of War Demo (C:\\Demo\\)",
-       Text({"[Games]", "DoW1=Dawn of War Demo", "Count=1", "[Dawn of War Demo]", "Path=C:\\Demo\\", "AutoPath=1"})},
-      {"empty and overlong folders are none",
-       {{"Dawn of War", ""}, {"Dawn of War Demo", std::string(1024, 'x')}},
-       kNoGames,
-       ""},
-      {"the 64-bit view is not asked", {{"Dawn of War", "C:\\x", View::Bits64}}, kNoGames, ""},
   };
   const Act isFirst = [](User& user) {
     EXPECT_EQ(user.CountWindows("frmMain"), 0) << "before the dialog has ended";
     EXPECT_EQ(user.Focus(), "OKButton");
   };
   for (const FirstStart& row : rows) Check("", {row.rule, {isFirst}, row.games, row.settings}, row.registry);
-}
-
-TEST(Setup, IsNotOpenedAtTheStartOnceGamesWereCounted) {
-  for (const std::string count : {"0", "1", "", "damaged"}) {
-    const Act isNotOpen = [](User& user) { EXPECT_EQ(user.CountWindows("frmDoWSetup"), 0); };
-    Check("[Games]\r\nCount=" + count + "\r\n",
-          {count.c_str(), {isNotOpen, kOpen}, count == "1" ? "Unknown (C:\\)" : kNoGames},  // and nothing is registered
-          {{"Dawn of War", "C:\\DoW"}});
-  }
 }
 
 TEST(Setup, AddsAGameByNameAndExecutable) {
@@ -107,7 +88,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
        "First (C:\\), Second (" + OnZ() + "), SECOND (" + OnZ() + ")",
        Text({"[Games]", "Count=3", "DoW1=First", "DoW2=Second", "DoW3=SECOND", "[Second]", "Path=" + OnZ(),
              "AutoPath=0"})},
-      {"not after a cancel of the name", {kOpen, Click("cmdnew"), Press(Key::Escape)}, kTwo},
+      {"not after a cancel of the name", {kOpen, Click("cmdnew"), Answer("Cancel")}, kTwo},
       {"not with a taken name", {kOpen, Name("Second"), Sees(taken), Answer("OK")}, kTwo},
       {"not after a cancel of the file", {kOpen, Name("Third"), Close("")}, kTwo},
       {"beside what another program has added meanwhile",
@@ -122,10 +103,11 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
   };
   for (const Row& row : rows) Check(kTwoGames, row);
   Check(Text({"[Games]", "Count=-7"}),
-        {"a damaged count is not counted on",
+        {"a damaged count is not counted on, and is no first start",
          {kOpen, Name("Third"), Pick(Elsewhere())},
          "Third (" + OnZ() + ")",
-         Text({"[Games]", "Count=1", "DoW1=Third", "[Third]", "Path=" + OnZ(), "AutoPath=0"})});
+         Text({"[Games]", "Count=1", "DoW1=Third", "[Third]", "Path=" + OnZ(), "AutoPath=0"})},
+        {{"Dawn of War", "C:\\DoW"}});
 }
 
 TEST(Setup, AFolderThatTheSettingsCannotHoldIsRefused) {
@@ -156,15 +138,15 @@ TEST(Setup, RemovesAGameAndKeepsItsMods) {
   const std::string all = "A (C:\\), [" + entry + "], C (C:\\)";
   const Act select = Select("lstGames", entry);
   const Act click = Click("cmdDelete");
+  const Act enter = Press(Key::Enter);
   const std::string later = Text({"[Games]", "Count=4", "DoW1=New", "DoW2=A", "DoW3=Dawn of War", "DoW4=C"});
   const Row rows[] = {
-      {"the later ones move up",
-       {kOpen, select, click, Sees(Message{"Delete", "Really Delete 'Dawn of War'?", "", {"Yes", "No"}}),
-        Answer("Yes")},
+      {"the later ones move up, and the keyboard alone will do",
+       {GoTo("cmdGoToGames"), enter, GoTo("lstGames"), Press(Key::Down), Press(Key::Down), GoTo("cmdDelete"), enter,
+        Sees(Message{"Delete", "Really Delete 'Dawn of War'?", "", {"Yes", "No"}}), enter},
        "A (C:\\), C (C:\\)",
        two},
       {"not for No", {kOpen, select, click, Answer("No")}, all},
-      {"not for Escape", {kOpen, select, click, Press(Key::Escape)}, all},
       {"not for the close box", {kOpen, select, click, Close("")}, all},
       {"nothing is selected", {kOpen, click}, "A (C:\\), " + entry + ", C (C:\\)"},
       {"the one that was asked about, where another program has moved it",
@@ -216,59 +198,6 @@ TEST(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
   });
   EXPECT_LT(used, 0.05);
   EXPECT_EQ(exitCode, 0);
-}
-
-// From the first start to the removed game, in one go.
-TEST_F(WithFourMods, TheWholeRoadByKeyboardAlone) {
-  fs::remove(SettingsFile());
-  SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}});
-  Use([&](User& user) {
-    const auto press = [&](std::string_view button) {
-      user.GoTo(button);
-      user.Press(Key::Enter);
-    };
-    const auto selectFirst = [&](std::string_view list) {
-      user.GoTo(list);
-      user.Press(Key::Space);
-    };
-    user.Press(Key::Enter);
-    for (const char* const name : {"One", "Two", "Three"}) {
-      press("cmdNewMod");
-      user.Type(name);
-      user.GoTo("lstDirs");
-      user.Press(Key::Down);
-      user.Press(Key::Space);
-      user.Press(Key::Enter);
-    }
-    selectFirst("lstNotActive");
-    press("cmdActivate1");
-    press("cmdActivateAll");
-    selectFirst("lstActive");
-    press("cmdMoveDown");
-    press("cmdMoveDown");
-    user.Press(Key::BackTab);
-    user.Press(Key::Enter);
-    EXPECT_EQ(Shown(user, "lstActive"), "Two, [One], Three") << "up again";
-    press("cmdDeactivate1");
-    press("cmdDeactivateAll");
-    EXPECT_EQ(ReadFile(ModuleFile()), Module({}));
-    user.GoTo("lstNotActive");
-    user.Press(Key::Down);
-    press("cmdDeleteMod");
-    user.Press(Key::Enter);
-    EXPECT_EQ(user.Entries("lstNotActive"), (Names{"One", "Three"}));
-    press("cmdGoToGames");
-    press("cmdnew");
-    user.Type("Second");
-    user.Press(Key::Enter);
-    Pick(Elsewhere())(user);
-    selectFirst("lstGames");
-    press("cmdDelete");
-    user.Press(Key::Enter);
-    EXPECT_EQ(user.Entries("lstGames"), Names{"Second (" + OnZ() + ")"});
-    user.Press(Key::Escape);
-    EXPECT_EQ(user.CountWindows("frmDoWSetup"), 0);
-  });
 }
 
 }  // namespace

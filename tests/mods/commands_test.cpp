@@ -19,13 +19,13 @@ TEST(Activation, AModKeepsItsPlaceInTheLoadOrder) {
   const Names asItWas = {"GammaData", "GammaSound", "AlphaData"};
   const Names all = {"GammaData", "GammaSound", "BetaData", "AlphaData"};
   const Row rows[] = {
-      {"one is activated",
-       {Select("lstNotActive", "Beta"), Click("cmdActivate1")},
+      {"one is activated, by a double click",
+       {Acts(&User::DoubleClickEntry)("lstNotActive", "Beta")},
        "Delta | Alpha, Beta, Gamma",
        Settings(4, {kAlpha, activeBeta, kGamma, kDelta}),
        all},
-      {"one is deactivated",
-       {Select("lstActive", "Alpha"), Click("cmdDeactivate1")},
+      {"one is deactivated, by its key",
+       {Select("lstActive", "Alpha"), Press(Key::Enter)},
        "Alpha, Beta, Delta | Gamma",
        With(FourMods(), "Name=Alpha\r\nActive=1", "Name=Alpha\r\nActive=0"),
        Names{"GammaData", "GammaSound"}},
@@ -69,8 +69,8 @@ TEST(LoadOrder, AModIsExchangedWithTheNextActiveOne) {
        "Beta, Delta | Gamma, [Alpha]",
        exchanged,
        Names{"AlphaData", "GammaData", "GammaSound"}},
-      {"down and up again, without another click on it",
-       {Select("lstActive", "Alpha"), Click("cmdMoveDown"), Click("cmdMoveUp")},
+      {"down and up again, by the keys, without another click on it",
+       {Select("lstActive", "Alpha"), Press(Key::AltDown), Press(Key::AltUp)},
        "Beta, Delta | [Alpha], Gamma",
        Settings(4, {{"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kBeta, kGamma, kDelta}) + Scratch(kAlpha),
        Names{"GammaData", "GammaSound", "AlphaData"}},
@@ -101,7 +101,7 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
   const std::string renamed = With(FourMods(), "Name=Beta", "Name=Renamed");
   const Row rows[] = {
       {"one in the middle",
-       {selectBeta, click, Sees(question), Press(Key::Enter)},
+       {selectBeta, Press(Key::Delete), Sees(question), Press(Key::Enter)},
        "Delta | Alpha, Gamma",
        Settings(3, {kAlpha, kGamma, {"Delta", "0", {}, kGamma.folders}, kDelta})},
       {"the last one",
@@ -109,7 +109,6 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
        "Beta | Alpha, Gamma",
        Settings(3, {kAlpha, kBeta, kGamma, kDelta})},
       {"not for Cancel", {selectBeta, click, Answer("Cancel")}, "[Beta], Delta | Alpha, Gamma"},
-      {"not for Escape", {selectBeta, click, Press(Key::Escape)}, "[Beta], Delta | Alpha, Gamma"},
       {"not for the close box", {selectBeta, click, Close("")}, "[Beta], Delta | Alpha, Gamma"},
       {"nothing is selected", {click}, "Beta, Delta | Alpha, Gamma"},
       {"no question about one that is no longer registered",

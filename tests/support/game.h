@@ -103,6 +103,7 @@ inline const auto Select = Acts(&User::ClickEntry);
 inline const auto Choose = Acts(&User::Choose);
 inline const auto Type = Acts(&User::Type);
 inline const auto Press = Acts(&User::Press);
+inline const auto GoTo = Acts(&User::GoTo);
 inline const auto Answer = Acts(&User::Answer);
 inline const auto Close = Acts(&User::CloseWindow);
 inline Act Sees(const std::optional<Message>& message) {
