@@ -25,7 +25,6 @@
 #include <cstdlib>
 #include <exception>
 #include <iterator>
-#include <memory>
 #include <semaphore>
 #include <stdexcept>
 #include <thread>
@@ -159,78 +158,49 @@ void Activate(QWidget& window) {
 }
 
 // A click at a point of a widget, given to its window as the display would: what is in the way gets it instead.
-void ClickAt(QWidget& widget, QPoint point) {
+void ClickAt(QWidget& widget, QPoint point, QTest::MouseAction action = QTest::MouseClick) {
   QWidget* const window = widget.window();
   Activate(*window);
-  QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(window, point));
+  QTest::mouseEvent(action, window->windowHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(window, point));
 }
+
+void ClickOn(QWidget& widget) { ClickAt(widget, widget.rect().center()); }
 
 QKeyCombination Combination(Key key) {
-  constexpr std::array<QKeyCombination, 12> kKeys = {
-      Qt::Key_Tab,  Qt::SHIFT | Qt::Key_Backtab, Qt::Key_Return,         Qt::Key_Escape, Qt::Key_Space,  Qt::Key_Up,
-      Qt::Key_Down, Qt::ALT | Qt::Key_Up,        Qt::ALT | Qt::Key_Down, Qt::Key_Delete, Qt::Key_Insert, Qt::Key_F5};
+  constexpr std::array<QKeyCombination, 11> kKeys = {
+      Qt::Key_Tab,          Qt::Key_Return,         Qt::Key_Escape, Qt::Key_Space,  Qt::Key_Up, Qt::Key_Down,
+      Qt::ALT | Qt::Key_Up, Qt::ALT | Qt::Key_Down, Qt::Key_Delete, Qt::Key_Insert, Qt::Key_F5};
   return kKeys.at(static_cast<std::size_t>(key));
-}
-
-// Characters of any keyboard; which key they are on does not matter.
-void TypeInto(QWidget& widget, const QString& text) {
-  for (const QChar& character : text) {
-    QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(character), Qt::NoModifier);
-  }
 }
 
 std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text().remove('&')); }
 
-std::vector<std::string> EntriesOf(const QWidget& list) {
-  const auto* const dropDown = qobject_cast<const QComboBox*>(&list);
-  const auto* const box = qobject_cast<const QListWidget*>(&list);
-  if (dropDown == nullptr && box == nullptr) Fail("no list:", FromQt(list.objectName()));
-  const QAbstractItemModel& model = dropDown != nullptr ? *dropDown->model() : *box->model();
-  std::vector<std::string> texts;
-  for (int row = 0; row < model.rowCount(); ++row) texts.push_back(FromQt(model.index(row, 0).data().toString()));
-  return texts;
-}
-
-int FindEntry(const QWidget& list, std::string_view text) {
-  const auto entries = EntriesOf(list);
-  const auto found = std::ranges::find(entries, text);
-  if (found == entries.end()) Fail("no entry", text);
-  return static_cast<int>(found - entries.begin());
+void ClickOnEntry(std::string_view list, std::string_view text, QTest::MouseAction action) {
+  auto& box = dynamic_cast<QListWidget&>(Control(list));
+  const auto found = box.findItems(ToQt(text), Qt::MatchExactly);
+  if (found.isEmpty()) Fail("no entry", text);
+  box.scrollToItem(found.front());
+  ClickAt(*box.viewport(), box.visualItemRect(found.front()).center(), action);
 }
 
 }  // namespace
 
 void User::Click(std::string_view control) {
-  Do([&] {
-    QWidget& widget = Control(control);
-    ClickAt(widget, widget.rect().center());
-  });
+  Do([&] { ClickOn(Control(control)); });
 }
 
 void User::ClickEntry(std::string_view list, std::string_view text) {
-  Do([&] {
-    auto& box = dynamic_cast<QListWidget&>(Control(list));
-    const QListWidgetItem* const entry = box.item(FindEntry(box, text));
-    box.scrollToItem(entry);
-    ClickAt(*box.viewport(), box.visualItemRect(entry).center());
-  });
-}
-
-void User::Choose(std::string_view dropDown, std::string_view text) {
-  Do([&] { Activate(*Control(dropDown).window()); });
-  GoTo(dropDown);
-  const int way = See(*this, [&] {
-    const auto& list = dynamic_cast<QComboBox&>(Control(dropDown));
-    return FindEntry(list, text) - list.currentIndex();
-  });
-  for (int i = 0; i < std::abs(way); ++i) Press(way < 0 ? Key::Up : Key::Down);
+  Do([&] { ClickOnEntry(list, text, QTest::MouseClick); });
 }
 
 void User::Type(std::string_view text) {
   Do([&] {
     Activate(hands_->Front());
-    if (QApplication::focusWidget() == nullptr) Fail("no focus for", text);
-    TypeInto(*QApplication::focusWidget(), ToQt(text));
+    QWidget* const focused = QApplication::focusWidget();
+    if (focused == nullptr) Fail("no focus for", text);
+    // Characters of any keyboard; which key they are on does not matter.
+    for (const QChar& character : ToQt(text))
+      QTest::sendKeyEvent(QTest::Click, focused, Qt::Key_unknown, QString(character), Qt::NoModifier);
   });
 }
 
@@ -245,6 +215,7 @@ void User::Press(Key key) {
 
 void User::GoTo(std::string_view control) {
   constexpr int kMostControls = 16;
+  Do([&] { Activate(*Control(control).window()); });
   for (int i = 0; i < kMostControls; ++i) {
     if (Focus() == control) return;
     Press(Key::Tab);
@@ -257,24 +228,18 @@ void User::SwitchToAnotherProgram() {
     QWidget& window = hands_->Front();
     QWidget other;
     other.show();
-    other.activateWindow();
-    QApplication::processEvents();
-    if (QApplication::activeWindow() != &other) Fail("cannot leave", FromQt(window.objectName()));
-    other.hide();
-    window.activateWindow();
-    QApplication::processEvents();
+    Activate(other);
+    if (!other.isActiveWindow()) Fail("cannot leave", FromQt(window.objectName()));
+    Activate(window);
   });
 }
 
 void User::Hold(Key key) {
   Press(key);
-  constexpr int kTimes = 3;
-  for (int i = 0; i < kTimes; ++i) {
-    Do([&] {
-      QKeyEvent again(QEvent::KeyPress, Combination(key).key(), Qt::NoModifier, key == Key::Space ? " " : "", true);
-      if (QWindow* const window = QGuiApplication::focusWindow()) QApplication::sendEvent(window, &again);
-    });
-  }
+  Do([&] {
+    QKeyEvent again(QEvent::KeyPress, Combination(key).key(), Qt::NoModifier, "", true);
+    QApplication::sendEvent(hands_->Front().windowHandle(), &again);
+  });
 }
 
 void User::Paste(std::u16string_view text) {
@@ -285,12 +250,7 @@ void User::Paste(std::u16string_view text) {
 }
 
 void User::DoubleClickEntry(std::string_view list, std::string_view text) {
-  Do([&] {
-    auto& box = dynamic_cast<QListWidget&>(Control(list));
-    const QPoint point = box.visualItemRect(box.item(FindEntry(box, text))).center();
-    QWidget& window = *box.window();
-    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, box.viewport()->mapTo(&window, point));
-  });
+  Do([&] { ClickOnEntry(list, text, QTest::MouseDClick); });
 }
 
 void User::TurnWheel(std::string_view control) {
@@ -305,56 +265,51 @@ void User::TurnWheel(std::string_view control) {
 }
 
 void User::ClickWhile(std::string_view button, std::string_view list, std::string_view other) {
-  QMetaObject::Connection connection;
-  Do([&] {
-    // In this order: the toolkit's own click lets events in on some systems.
-    const auto meanwhile = [control = &Control(other)] {
-      const QWidget* const window = control->window();
-      const QPoint point = control->mapTo(window, control->rect().center());
-      window->windowHandle()->close();
-      QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier, point);
-    };
-    connection = QObject::connect(dynamic_cast<QListWidget&>(Control(list)).model(), &QAbstractItemModel::rowsInserted,
-                                  [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); });
-  });
-  Click(button);
-  if (!HasEnded()) Do([&] { QObject::disconnect(connection); });
+  // In this order: the toolkit's own click lets events in on some systems.
+  const auto meanwhile = [other] {
+    QWidget& control = Control(other);
+    QWindow* const window = control.window()->windowHandle();
+    window->close();
+    QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, control.mapTo(control.window(), control.rect().center()));
+  };
+  Watch(
+      list, [&] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); }, [&] { Click(button); });
 }
 
 bool User::IsBusy(std::string_view list, const std::function<void()>& act) {
-  int changes = 0;
-  int busyChanges = 0;
-  std::unique_ptr<QObject> connected;
+  bool isBusy = false;
+  const auto look = [&] {
+    const QCursor* const pointer = QApplication::overrideCursor();
+    isBusy = pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+  };
+  Watch(list, look, act);
+  return isBusy;
+}
+
+void User::Watch(std::string_view list, const std::function<void()>& look, const std::function<void()>& act) {
+  const QObject context;  // the connections end with it
   Do([&] {
     const QAbstractItemModel* const model = dynamic_cast<QListWidget&>(Control(list)).model();
-    const auto note = [&] {
-      const QCursor* const pointer = QApplication::overrideCursor();
-      ++changes;
-      busyChanges += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
-    };
-    connected = std::make_unique<QObject>();
-    QObject::connect(model, &QAbstractItemModel::rowsInserted, connected.get(), note);
-    QObject::connect(model, &QAbstractItemModel::rowsRemoved, connected.get(), note);
+    QObject::connect(model, &QAbstractItemModel::rowsInserted, &context, look, Qt::DirectConnection);
+    QObject::connect(model, &QAbstractItemModel::rowsRemoved, &context, look, Qt::DirectConnection);
   });
   act();
-  Do([&] { connected.reset(); });
-  return changes > 0 && busyChanges == changes;
 }
 
 int User::CountWindows(std::string_view window) {
   return See(*this, [&] { return static_cast<int>(Windows(window).size()); });
 }
 
-std::string User::ActiveWindow() {
-  return See(*this, [] {
-    const auto isThere = [] { return QApplication::activeWindow() != nullptr; };
-    if (!QTest::qWaitFor(isThere, static_cast<int>(kPatience.count()))) Fail("no window became", "active");
-    return FromQt(QApplication::activeWindow()->objectName());
-  });
-}
-
 std::vector<std::string> User::Entries(std::string_view list) {
-  return See(*this, [&] { return EntriesOf(Control(list)); });
+  return See(*this, [&] {
+    const QWidget& control = Control(list);
+    const auto* const dropDown = qobject_cast<const QComboBox*>(&control);
+    const auto* const model =
+        dropDown != nullptr ? dropDown->model() : dynamic_cast<const QListWidget&>(control).model();
+    std::vector<std::string> texts;
+    for (int row = 0; row < model->rowCount(); ++row) texts.push_back(FromQt(model->index(row, 0).data().toString()));
+    return texts;
+  });
 }
 
 std::string User::Selected(std::string_view list) {
@@ -382,6 +337,8 @@ std::string User::Font(std::string_view control) {
 
 std::string User::Focus() {
   return See(*this, [] {
+    const auto isActive = [] { return QApplication::activeWindow() != nullptr; };
+    if (!QTest::qWaitFor(isActive, static_cast<int>(kPatience.count()))) Fail("no window became", "active");
     const QWidget* const focused = QApplication::focusWidget();
     return focused == nullptr ? std::string() : FromQt(focused->objectName());
   });
@@ -416,19 +373,9 @@ void User::Answer(std::string_view button) {
   Do([&] {
     for (auto* const candidate : hands_->Front().findChildren<QAbstractButton*>()) {
       const bool isMeant = CaptionOf(*candidate) == button && candidate->isVisible();
-      if (isMeant) return ClickAt(*candidate, candidate->rect().center());
+      if (isMeant) return ClickOn(*candidate);
     }
     Fail("no button", button);
-  });
-}
-
-void User::TypeFileName(const std::filesystem::path& name) {
-  Do([&] {
-    auto* const box = hands_->Front().findChild<QLineEdit*>();
-    if (box == nullptr) Fail("no box for a file name", "");
-    box->setFocus();
-    box->selectAll();
-    TypeInto(*box, QString::fromStdU16String(name.u16string()));
   });
 }
 
@@ -460,7 +407,7 @@ int Use(const std::function<void(User&)>& acts) {
     try {
       itsHands.AwaitRest();
       User self(itsHands);
-      self.ActiveWindow();
+      self.Focus();
       acts(self);
     } catch (...) {
       failure = std::current_exception();

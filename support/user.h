@@ -24,7 +24,7 @@ struct Message {
   bool operator==(const Message&) const = default;
 };
 
-enum class Key : std::uint8_t { Tab, BackTab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
+enum class Key : std::uint8_t { Tab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
 
 class Hands;
 
@@ -35,33 +35,31 @@ class User {
 
   void Click(std::string_view control);
   void ClickEntry(std::string_view list, std::string_view text);
-  void Choose(std::string_view dropDown, std::string_view text);  // comes to it by the Tab key, and goes by the arrows
-  void Type(std::string_view text);                               // where the focus is, in place of what is selected
+  void Type(std::string_view text);      // where the focus is, in place of what is selected
+  void Paste(std::u16string_view text);  // there as well, and not in the code page
   void Press(Key key);
-  void Hold(Key key);                    // down for so long that it comes again
-  void Paste(std::u16string_view text);  // where the focus is
+  void Hold(Key key);  // down for so long that it comes again
   void DoubleClickEntry(std::string_view list, std::string_view text);
   void TurnWheel(std::string_view control);  // one notch, over it
   // Clicks the button; while its command fills the list, clicks the other, and the close box.
   void ClickWhile(std::string_view button, std::string_view list, std::string_view other);
   void GoTo(std::string_view control);  // by the Tab key
   void SwitchToAnotherProgram();        // and back
-  // Whether the pointer says so all the while that `act` lasts, as far as the changes to a list show it.
+  // Whether the pointer says so when `act` last changes the list.
   bool IsBusy(std::string_view list, const std::function<void()>& act);
 
   int CountWindows(std::string_view window);  // those on the screen
-  std::string ActiveWindow();                 // the display gives a new window the focus in its own time: waits for it
   std::vector<std::string> Entries(std::string_view list);
   std::string Selected(std::string_view list);  // its text; empty when no entry is
   bool IsEnabled(std::string_view control);
   std::string EmptyText(std::string_view list);  // what it shows in the place of entries
   std::string Font(std::string_view control);    // the family that it is drawn with
-  std::string Focus();                           // the name of the control with the focus, in the active window
-  std::string TextOfFocus();                     // what stands in the text box with the focus
+  // The name of the control with the focus. The display makes a new window active in its own time: waits for that.
+  std::string Focus();
+  std::string TextOfFocus();  // what stands in the text box with the focus
 
   std::optional<Message> ShownMessage();  // or other dialog
   void Answer(std::string_view button);
-  void TypeFileName(const std::filesystem::path& name);  // into the file dialog, in place of what is there
 
   // By its close box. Where none is named, it is that of the message or other dialog that is shown, or else the active
   // window; so with the picture.
@@ -75,6 +73,9 @@ class User {
   void Do(const std::function<void()>& act);
 
  private:
+  // Calls `look` at each change to the list that `act` makes.
+  void Watch(std::string_view list, const std::function<void()>& look, const std::function<void()>& act);
+
   Hands* hands_;
 };
 

@@ -89,7 +89,7 @@ class Tour {
     Picture("game-name");
     user_.Press(Key::Enter);
     Say("Pick its W40k.exe.");
-    user_.TypeFileName(game_.filename());
+    user_.Paste(game_.filename().u16string());
     Picture("game-file");
     user_.Press(Key::Enter);
     Say("    Listed: " + user_.Entries("lstGames").back());

@@ -62,19 +62,19 @@ TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
   const std::string first = "Beta, Delta | Alpha, Gamma";
   const Act anotherProgram = Acts(&User::SwitchToAnotherProgram)();
   const Row rows[] = {
-      {"choosing refills nothing", {Choose("lstGame", "Second")}, first},
-      {"nor does the open list", {Choose("lstGame", "Second"), Click("lstGame"), Press(Key::Escape)}, first},
-      {"nor does another program", {Choose("lstGame", "Second"), anotherProgram}, first},
-      {"the Tab key", {Choose("lstGame", "Second"), Press(Key::Tab)}, "Other | ()"},
+      {"choosing refills nothing", {kChooseSecond}, first},
+      {"nor does the open list", {kChooseSecond, Click("lstGame"), Press(Key::Escape)}, first},
+      {"nor does another program", {kChooseSecond, anotherProgram}, first},
+      {"the Tab key", {kChooseSecond, Press(Key::Tab)}, "Other | ()"},
       {"a click into a list acts on the refilled list",
        // The first entry is Other once the click has taken the focus.
-       {Choose("lstGame", "Second"), Select("lstNotActive", "Beta")},
+       {kChooseSecond, Select("lstNotActive", "Beta")},
        "[Other] | ()"},
   };
   for (const Row& row : rows) Check(TwoGames(), row);
   Check(With(TwoGames(), "ModCount=1\r\n", "ModCount=0\r\n"),
         {"a click on a button that the refill disables does nothing",
-         {Choose("lstGame", "Second"), Click("cmdActivateAll")},
+         {kChooseSecond, Click("cmdActivateAll")},
          "() | ()"});
 }
 

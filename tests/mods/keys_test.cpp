@@ -37,7 +37,7 @@ void Try(std::span<const Pressed> rows) {
 TEST(Keys, NoClickDoesWhatWasNotMeant) {
   const Pressed rows[] = {
       {"after the setup, lists that are no longer the selector's are refilled before a click on them acts",
-       {Choose("lstGame", "Second"), Click("cmdGoToGames"), Click("OKButton"), Select("lstNotActive", "Other")},
+       {kChooseSecond, Click("cmdGoToGames"), Click("OKButton"), Select("lstNotActive", "Other")},
        "[Beta], Delta | Alpha, Gamma",
        "lstNotActive"},
       {"the focus goes from a button that its command has disabled to the list, and to no other button",
@@ -78,10 +78,7 @@ TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
        {GoTo("lstActive"), Press(Key::Down)},
        "Beta, Delta | [Alpha], Gamma",
        "lstActive"},
-      {"F5 leaves the selector, and the lists follow",
-       {Choose("lstGame", "Second"), Press(Key::F5)},
-       "Other | ()",
-       "lstNotActive"},
+      {"F5 leaves the selector, and the lists follow", {kChooseSecond, Press(Key::F5)}, "Other | ()", "lstNotActive"},
       {"F5 anywhere else reads the files anew",
        {GoTo("cmdNewMod"), Write(With(TwoGames(), "Name=Beta", "Name=Renamed")), Press(Key::F5)},
        "Renamed, Delta | Alpha, Gamma",

@@ -100,12 +100,16 @@ auto Acts(void (User::*act)(Arguments...)) {
 }
 inline const auto Click = Acts(&User::Click);
 inline const auto Select = Acts(&User::ClickEntry);
-inline const auto Choose = Acts(&User::Choose);
 inline const auto Type = Acts(&User::Type);
 inline const auto Press = Acts(&User::Press);
 inline const auto GoTo = Acts(&User::GoTo);
 inline const auto Answer = Acts(&User::Answer);
 inline const auto Close = Acts(&User::CloseWindow);
+// Of two games.
+inline const Act kChooseSecond = [](User& user) {
+  user.GoTo("lstGame");
+  user.Press(Key::Down);
+};
 inline Act Sees(const std::optional<Message>& message) {
   return [=](User& user) { EXPECT_EQ(user.ShownMessage(), message); };
 }

@@ -181,7 +181,7 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichLeavesNothingInTheHome) {
   support::Use([&](support::User& user) {
     user.Click("cmdnew");
     user.Press(support::Key::Enter);
-    user.TypeFileName("W40K.EXE");
+    user.Type("W40K.EXE");
     user.Press(support::Key::Enter);
     EXPECT_EQ(user.Entries("lstGames"), support::Names{"Dawn of War (" + OnZ(game / "") + ")"});
   });
