@@ -40,6 +40,7 @@ Act Name(const std::string& game) {
     EXPECT_EQ(user.ShownMessage(), (Message{"New", "Installation Name:", "", {"OK", "Cancel"}}));
     EXPECT_EQ(user.TextOfFocus(), "Dawn of War");
     user.Type(game);
+    user.Paste(u"\u65E5");  // which the code page lacks
     user.Press(Key::Enter);
   };
 }
@@ -47,26 +48,19 @@ Act Name(const std::string& game) {
 const Act kOpen = Click("cmdGoToGames");
 
 TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
-  struct FirstStart {
-    const char* rule;
-    std::vector<Installation> registry;
-    std::string games;
-    std::string settings;
-  };
-  const FirstStart rows[] = {
-      {"none", {}, "(No installation was found. Click on + and pick the game's W40k.exe.)", ""},
-      {"all, in their order, each folder with one backslash at its end",
-       {{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}},
-       "Dawn of War (C:\\D\xF6W\\), Dawn of War Demo (C:\\Demo\\), Dawn of War Beta (D:\\)",
-       Text({"[Games]", "DoW1=Dawn of War", "Count=3", "DoW2=Dawn of War Demo", "DoW3=Dawn of War Beta",
-             "[Dawn of War]", "Path=C:\\D\xF6W\\", "AutoPath=1", "[Dawn of War Demo]", "Path=C:\\Demo\\", "AutoPath=1",
-             "[Dawn of War Beta]", "Path=D:\\", "AutoPath=1"})},
-  };
   const Act isFirst = [](User& user) {
     EXPECT_EQ(user.CountWindows("frmMain"), 0) << "before the dialog has ended";
     EXPECT_EQ(user.Focus(), "OKButton");
   };
-  for (const FirstStart& row : rows) Check("", {row.rule, {isFirst}, row.games, row.settings}, row.registry);
+  Check("", {"none", {isFirst}, "(No installation was found. Click on + and pick the game's W40k.exe.)"});
+  Check("",
+        {"all, in their order, each folder with one backslash at its end",
+         {isFirst},
+         "Dawn of War (C:\\D\xF6W\\), Dawn of War Demo (C:\\Demo\\), Dawn of War Beta (D:\\)",
+         Text({"[Games]", "DoW1=Dawn of War", "Count=3", "DoW2=Dawn of War Demo", "DoW3=Dawn of War Beta",
+               "[Dawn of War]", "Path=C:\\D\xF6W\\", "AutoPath=1", "[Dawn of War Demo]", "Path=C:\\Demo\\",
+               "AutoPath=1", "[Dawn of War Beta]", "Path=D:\\", "AutoPath=1"})},
+        {{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}});
 }
 
 TEST(Setup, AddsAGameByNameAndExecutable) {

@@ -28,11 +28,12 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
     EXPECT_EQ(user.Entries("lstDirs"), (Names{"b", "B\xE4r", "Data", "data2", "Zoo"}));
   };
   const Row rows[] = {
-      {"with its folders in the order of the list",
-       {open, seesFolders, Type(" N\xE9w & <i>"), Select("lstDirs", "Zoo"), Select("lstDirs", "data2"),
-        Select("lstDirs", "Data"), Select("lstDirs", "b"), Select("lstDirs", "Data"), ok},
-       listed("N\xE9w & <i>"),
-       AndFifth({" N\xE9w & <i>", "0", {"b", "data2", "Zoo"}})},
+      {"with its folders in the order of the list, and without a character that the code page lacks",
+       {open, seesFolders, Type(" N\xE9w & <i>"), Acts(&User::Paste)(u"\u65E5\U0001F600\u20AC"),
+        Select("lstDirs", "Zoo"), Select("lstDirs", "data2"), Select("lstDirs", "Data"), Select("lstDirs", "b"),
+        Select("lstDirs", "Data"), ok},
+       listed("N\xE9w & <i>\x80"),
+       AndFifth({" N\xE9w & <i>\x80", "0", {"b", "data2", "Zoo"}})},
       {"a name must be there, blanks are none, and it can be put right at once",
        {open, ok, Sees(kEmptyName), Press(Key::Escape), Type("  "), ok, Sees(kEmptyName), Answer("OK"), Type("x"),
         enter},

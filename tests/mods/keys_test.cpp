@@ -87,18 +87,4 @@ TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
   Try(rows);
 }
 
-TEST(Keys, ACharacterThatTheCodePageLacksDoesNotGetIntoAName) {
-  ResetWithFourMods();
-  Use([](User& user) {
-    user.Click("cmdNewMod");
-    user.Paste(u"\u00C4\u65E5\U0001F600\u20AC");
-    EXPECT_EQ(user.TextOfFocus(), "\xC4\x80");
-    user.Press(Key::Escape);
-    user.Click("cmdGoToGames");
-    user.Click("cmdnew");
-    user.Paste(u"a\u65E5");
-    EXPECT_EQ(user.TextOfFocus(), "a");
-  });
-}
-
 }  // namespace

@@ -32,23 +32,19 @@ TEST(ModuleWriter, WritesTheFoldersOfTheActiveMods) {
   const Written rows[] = {
       {"those of the highest number first, also those that are missing",
        [] {
-         WriteMakeIni("NextDirNum=-1\n");
+         WriteMakeIni("NextDirNum=2147483647\n");
          const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
          WriteFile(SettingsFile(), With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", ""));
        },
        {"d 1", "", "d%3%", "GammaData", "GammaSound", "AlphaData"},
-       -1},
-      {"a mod's flag must be 1, and a count that is none is what is there",
+       2147483647},
+      {"a mod's flag must be 1, a count that is none is what is there, and so without Make.ini",
        [] {
-         WriteMakeIni("NextDirNum=2147483647\n");
+         fs::remove(ExecutableFolder() / "Make.ini");
          const std::string two = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
          WriteFile(SettingsFile(), With(two, "DirCount=2", "DirCount=none"));
        },
        {"GammaData", "GammaSound"},
-       2147483647},
-      {"without Make.ini the defaults hold",
-       [] { fs::remove(ExecutableFolder() / "Make.ini"); },
-       {"GammaData", "GammaSound", "AlphaData"},
        5},
   };
   for (const Written& row : rows) {
@@ -88,48 +84,29 @@ TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
   Check(FourMods(), {"", {Write(renamed), Click("cmdActivate1"), Sees({})}, "Beta, Delta | Alpha, Gamma", renamed});
 }
 
-TEST(ModuleWriter, AFailureIsSaidOnceAndTheOldFileStays) {
-  struct Failure {
-    std::function<void()> damage;
-    std::string file;  // in the message, with what could not be done
-    const char* reason;
-  };
+TEST(ModuleWriter, AFailureIsSaid) {
   Reset();
-  const std::string folder = platform::Shown({(ExecutableFolder() / "").native()});
   const std::string game = "C:\\Games\\D\xF6W\\";
   // From the game's folder to the tool's.
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
-  const char* const ownFile = "It is one of Gantrel's own files";
-  const Failure rows[] = {
-      {[] { fs::remove(ExecutableFolder() / "HEADER"); }, folder + "HEADER could not be read",
-       "No such file or directory"},
-      {[] { WriteFile(SettingsFile(), With(FourMods(), "Path=C:", "Path=Q:")); },
-       "Q:" + game.substr(2) + "Ulvane.module could not be written", "No such device"},
-      {[] {
-         WriteFile(GameFolder() / "W40k.exe", "MZ");
-         WriteMakeIni("Outfile=w40K.EXE\n");
-       },
-       game + "w40K.EXE could not be written", "It is a program"},
-      {[&] { WriteMakeIni("Outfile=" + own + "ulvane.ini\n"); }, game + own + "ulvane.ini could not be written",
-       ownFile},
-      {[&] { WriteMakeIni("Outfile=" + own + "FOOTER\n"); }, game + own + "FOOTER could not be written", ownFile},
+  const std::string ownFile = " could not be written: It is one of Gantrel's own files.";
+  const auto tryFailure = [](const std::string& settings, const std::string& makeIni, const std::string& said) {
+    const Act damage = [&](User& /*user*/) {
+      WriteFile(GameFolder() / "W40k.exe", "MZ");
+      WriteMakeIni(makeIni);
+    };
+    const Message message = {"Make Module", said + "\n\nThe module file was left as it was.", "critical", {"OK"}};
+    Check(settings,
+          {said.c_str(), {damage, Click("cmdActivate1"), Sees(message), Answer("OK")}, "Beta, Delta | Alpha, Gamma"});
   };
-  for (const Failure& row : rows) {
-    const std::string text = row.file + ": " + row.reason + ".\n\nThe module file was left as it was.";
-    for (const char* const command : {"cmdActivate1", "cmdActivateAll"}) {
-      SCOPED_TRACE(row.file + command);
-      ResetWithFourMods();
-      WriteFile(ModuleFile(), "old");
-      row.damage();
-      Use([&](User& user) {
-        user.Click(command);
-        EXPECT_EQ(user.ShownMessage(), (Message{"Make Module", text, "critical", {"OK"}}));
-        user.Answer("OK");
-        EXPECT_FALSE(user.ShownMessage());
-      });
-      EXPECT_EQ(fs::exists(ModuleFile()) ? ReadFile(ModuleFile()) : "old", "old");
-    }
-  }
+  tryFailure(
+      FourMods(), "Header=TOP\n",
+      platform::Shown({(ExecutableFolder() / "TOP").native()}) + " could not be read: No such file or directory.");
+  tryFailure(FourMods(), "Outfile=w40K.EXE\n", game + "w40K.EXE could not be written: It is a program.");
+  for (const std::string file : {"ulvane.ini", "FOOTER"})
+    tryFailure(FourMods(), "Outfile=" + own + file + "\n", game + own + file + ownFile);
+  tryFailure(With(FourMods(), "Path=C:", "Path=Q:"), "",
+             "Q:" + game.substr(2) + "Ulvane.module could not be written: No such device.");
 }
 
 }  // namespace
