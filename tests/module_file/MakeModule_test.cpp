@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "platform/paths.h"
@@ -22,37 +20,23 @@ void WriteModule() {
   Use([](User& user) { user.Click("cmdActivate1"); });
 }
 
-TEST(ModuleWriter, WritesTheFoldersOfTheActiveMods) {
-  struct Written {
-    const char* rule;
-    std::function<void()> prepare;
-    Names folders;
-    std::int64_t firstNumber;
-  };
-  const Written rows[] = {
-      {"those of the highest number first, also those that are missing",
-       [] {
-         WriteMakeIni("NextDirNum=2147483647\n");
-         const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
-         WriteFile(SettingsFile(), With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", ""));
-       },
-       {"d 1", "", "d%3%", "GammaData", "GammaSound", "AlphaData"},
-       2147483647},
-      {"a mod's flag must be 1, a count that is none is what is there, and so without Make.ini",
-       [] {
-         fs::remove(ExecutableFolder() / "Make.ini");
-         const std::string two = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
-         WriteFile(SettingsFile(), With(two, "DirCount=2", "DirCount=none"));
-       },
-       {"GammaData", "GammaSound"},
-       5},
-  };
-  for (const Written& row : rows) {
-    ResetWithFourMods();
-    row.prepare();
-    WriteModule();
-    EXPECT_EQ(ReadFile(ModuleFile()), Module(row.folders, row.firstNumber)) << row.rule;
-  }
+TEST_F(WithFourMods, TheFoldersOfTheHighestNumberComeFirstAlsoThoseThatAreMissing) {
+  WriteMakeIni("NextDirNum=2147483647\n");
+  const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
+  WriteFile(SettingsFile(), With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", ""));
+  WriteModule();
+  const Names folders = {"d 1", "", "d%3%", "GammaData", "GammaSound", "AlphaData"};
+  EXPECT_EQ(ReadFile(ModuleFile()), Module(folders, 2147483647));
+}
+
+TEST(ModuleWriter, AModsFlagMustBe1AndACountThatIsNoneIsWhatIsThere) {
+  const Act removeMakeIni = [](User& /*user*/) { fs::remove(ExecutableFolder() / "Make.ini"); };
+  const std::string settings = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
+  Check(With(settings, "DirCount=2", "DirCount=none"), {"also without Make.ini",
+                                                        {removeMakeIni, Click("cmdActivate1")},
+                                                        "Beta | Alpha, Gamma",
+                                                        {},
+                                                        Names{"GammaData", "GammaSound"}});
 }
 
 // Of the templates every byte is kept but the ends of their lines; a line feed alone is none.
