@@ -87,7 +87,8 @@ void MeasureFileBytes(benchmark::State& state, int mods) {
 void MeasureSearch(benchmark::State& state, int mods) {
   const std::string text = sample::Settings(mods, sample::Active::None);
   const std::string section = std::string(sample::kGame) + "." + std::to_string(mods / 2);
-  for ([[maybe_unused]] auto pass : state) benchmark::DoNotOptimize(platform::ProfileText(text).Find(section, "Dir1"));
+  for ([[maybe_unused]] auto pass : state)
+    benchmark::DoNotOptimize(platform::ProfileText::FindIn(text, section, "Dir1"));
 }
 
 using Reader = std::string (*)(const std::string& file, const Wanted& wanted);
