@@ -17,8 +17,8 @@ std::string Trimmed(std::string_view text) {
 }
 
 std::string OnOneLine(std::string text) {
-  std::ranges::replace_if(
-      text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  const auto breaksOut = [](char c) { return c == '\r' || c == '\n' || c == '\0'; };
+  std::ranges::replace_if(text, breaksOut, ' ');
   return text;
 }
 

@@ -272,8 +272,8 @@ void User::ClickWhile(std::string_view button, std::string_view list, std::strin
     window->close();
     QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, control.mapTo(control.window(), control.rect().center()));
   };
-  Watch(
-      list, [&] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); }, [&] { Click(button); });
+  const auto later = [&] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); };
+  Watch(list, later, [&] { Click(button); });
 }
 
 bool User::IsBusy(std::string_view list, const std::function<void()>& act) {
