@@ -57,7 +57,7 @@ BREAKS = {
         ("unread ? unread->Sentence() : \"\"", '""', "lists are empty and do not say why"),
         ('return ShowFailure("Gantrel", unread);', "{}", "unreadable settings are a first start"),
         ('if (count <= 0) return "No data folders";', "", "a mod without folders does not say so"),
-        ('? " (missing)" : ""', '? "" : ""', "a missing folder is not told"),
+        ('lines += " (missing)"', 'lines += ""', "a missing folder is not told"),
         ("lstGame_Validate() const { ListMods(); }", "lstGame_Validate() const {}", "lists do not follow the selector"),
     ],
     "mods/frmNew.cpp": [
