@@ -1,6 +1,7 @@
 #include "settings/Module1.h"
 
 #include <cassert>
+#include <memory>
 
 #include "platform/paths.h"
 #include "settings/EZINILib.h"
@@ -19,7 +20,7 @@ struct Files {
   std::optional<EZINILib::WholeINI> make = {};
   bool maySet = false;
 };
-std::optional<Files> files;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): asked for by free functions
+std::unique_ptr<Files> files;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): for free functions
 
 FileFailure FailureOf(const EZINILib::WholeINI& file, const char* what, std::error_code reason) {
   return {platform::Shown(file.File()), what, reason};
@@ -47,7 +48,7 @@ std::int64_t Count(std::string_view section, std::string_view key, std::int64_t 
 }  // namespace
 
 Reading::Reading() : isOutermost_(!files) {
-  if (isOutermost_) files.emplace();
+  if (isOutermost_) files = std::make_unique<Files>();
 }
 
 Reading::~Reading() {
@@ -62,7 +63,8 @@ std::optional<FileFailure> Unread() {
 
 Change::Change() {
   assert(!files);
-  files.emplace().maySet = true;
+  files = std::make_unique<Files>();
+  files->maySet = true;
 }
 
 Change::~Change() { files.reset(); }
