@@ -238,7 +238,9 @@ void NativeListBox::paintEvent(QPaintEvent* event) {
 }
 
 void Button::SetEnabled(bool isEnabled) const {
-  if (!isEnabled && native_->hasFocus() && native_->fills != nullptr) native_->fills->setFocus();
+  // Also while a message that has just closed keeps the window from being the active one.
+  const bool hasFocus = native_->window()->focusWidget() == native_;
+  if (!isEnabled && hasFocus && native_->fills != nullptr) native_->fills->setFocus();
   native_->setEnabled(isEnabled);
 }
 
