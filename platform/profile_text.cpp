@@ -139,7 +139,7 @@ std::optional<std::string_view> ProfileText::FindIn(std::string_view text, std::
   for (auto header = NextHeader(text, 0); header; header = NextHeader(text, header->end)) {
     if (!SameName(header->name, Trimmed(section))) continue;
     const auto next = NextHeader(text, header->end);
-    return FindValue(text.substr(header->begin, next ? next->begin - header->begin : text.npos), key);
+    return FindValue(text.substr(header->begin, next ? next->begin - header->begin : std::string_view::npos), key);
   }
   return std::nullopt;
 }

@@ -28,10 +28,12 @@ using support::User;
 
 namespace {
 
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): asked for by functions that the linker puts in
 // What the tool has asked for, while it is watched, and which of it goes wrong, counted from 1.
 std::vector<std::string> operations;
 std::size_t wrong = 0;
 bool isWatched = false;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 bool GoesWrong(const char* outcome, const HostPath& path) {
   if (!isWatched) return false;
@@ -42,19 +44,20 @@ bool GoesWrong(const char* outcome, const HostPath& path) {
 }  // namespace
 
 // The linker leads the tool's calls of the two functions through here, by the names that it knows them under.
-#define READ(prefix) prefix##_ZN8platform9FileBytes4ReadERKNS_8HostPathE
-#define REPLACE(prefix) prefix##_ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE
+std::error_code Read(platform::FileBytes* bytes,
+                     const HostPath& path) __asm__("__real__ZN8platform9FileBytes4ReadERKNS_8HostPathE");
+std::error_code TryToRead(platform::FileBytes* bytes,
+                          const HostPath& path) __asm__("__wrap__ZN8platform9FileBytes4ReadERKNS_8HostPathE");
+std::error_code Replace(const HostPath& path, std::string_view bytes) __asm__(
+    "__real__ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE");
+std::error_code TryToReplace(const HostPath& path, std::string_view bytes) __asm__(
+    "__wrap__ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE");
 
-extern "C" {
-std::error_code READ(__real_)(platform::FileBytes* bytes, const HostPath& path);
-std::error_code READ(__wrap_)(platform::FileBytes* bytes, const HostPath& path) {
-  return GoesWrong("read", path) ? std::make_error_code(std::errc::io_error) : READ(__real_)(bytes, path);
+std::error_code TryToRead(platform::FileBytes* bytes, const HostPath& path) {
+  return GoesWrong("read", path) ? std::make_error_code(std::errc::io_error) : Read(bytes, path);
 }
-std::error_code REPLACE(__real_)(const HostPath& path, std::string_view bytes);
-std::error_code REPLACE(__wrap_)(const HostPath& path, std::string_view bytes) {
-  return GoesWrong("written", path) ? std::make_error_code(std::errc::no_space_on_device)
-                                    : REPLACE(__real_)(path, bytes);
-}
+std::error_code TryToReplace(const HostPath& path, std::string_view bytes) {
+  return GoesWrong("written", path) ? std::make_error_code(std::errc::no_space_on_device) : Replace(path, bytes);
 }
 
 namespace {
@@ -69,7 +72,7 @@ struct Command {
 };
 
 // What the tool has told of failures. Questions are answered by their default button.
-std::vector<Message> failures;
+std::vector<Message> failures;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): told by each answer
 
 void AnswerAll(User& user) {
   while (const auto message = user.ShownMessage()) {
