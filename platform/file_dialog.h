@@ -18,8 +18,9 @@ std::vector<HostPath> GamePlaces();
 // nothing when none has.
 std::optional<HostPath> FindSteamGame(std::string_view fileName);
 
-// Ends the toolkit's dialog by `end`. The toolkit then writes down what was visited, in the user's settings for all
-// programs of its kind; where these settings are the system's own, they take nothing from this program meanwhile.
-void EndWithoutTraces(const std::function<void()>& end);
+// Makes or ends the toolkit's dialog, which then looks up, and writes down, what was visited, in the user's settings
+// for all programs of its kind. Where these settings are the system's own, they take nothing from this program
+// meanwhile.
+void WithoutTraces(const std::function<void()>& act);
 
 }  // namespace platform

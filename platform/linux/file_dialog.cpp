@@ -38,6 +38,6 @@ std::optional<HostPath> FindSteamGame(std::string_view fileName) {
 }
 
 // The settings are a file here, which the toolkit was told not to have.
-void EndWithoutTraces(const std::function<void()>& end) { end(); }
+void WithoutTraces(const std::function<void()>& act) { act(); }
 
 }  // namespace platform

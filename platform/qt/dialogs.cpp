@@ -124,7 +124,7 @@ void OfferPlaces(QFileDialog& dialog, const std::vector<HostPath>& places) {
 
 struct LeaveNoTraces {
   void operator()(QFileDialog* dialog) const {
-    EndWithoutTraces([&] { delete dialog; });
+    WithoutTraces([&] { delete dialog; });
   }
 };
 
@@ -168,8 +168,8 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
   if (folder) folder = AsSpelledOnDisk(*folder);
   if (!folder || !QFileInfo(ToQtPath(*folder)).isDir()) folder = FindSteamGame(settings.fileName);
   for (;;) {
-    const std::unique_ptr<QFileDialog, LeaveNoTraces> dialog(
-        new FileDialog(QApplication::activeWindow(), ToQt(settings.title)));
+    std::unique_ptr<QFileDialog, LeaveNoTraces> dialog;
+    WithoutTraces([&] { dialog.reset(new FileDialog(QApplication::activeWindow(), ToQt(settings.title))); });
     OfferPlaces(*dialog, GamePlaces());
     dialog->setWindowModality(Qt::ApplicationModal);
     dialog->setFileMode(QFileDialog::ExistingFile);
