@@ -88,7 +88,8 @@ TEST(ProfileText, HoldsManyChanges) {
     text.Set(section, "Dir" + number, "old");
     text.Set(section == "A" ? "a" : section, "DIR" + number, number);
     EXPECT_EQ(text.Find(section, "Dir" + number), number);
-    expected += (i < kMany ? "" : "[" + section + "]\r\n") + "Dir" + number + "=" + number + "\r\n";
+    if (i >= kMany) expected.append("[").append(section).append("]\r\n");
+    expected.append("Dir").append(number).append("=").append(number).append("\r\n");
   }
   EXPECT_EQ(text.Text(), expected);
 }

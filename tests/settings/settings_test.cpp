@@ -90,9 +90,10 @@ TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   } rows[] = {{"2", 2},     {" 5 ", 5},        {"-7", -7},  {"32767", 32767},
               {"32768", 3}, {"2147483648", 3}, {"four", 3}, {"", 3}};
   for (const auto& [count, read] : rows) {
-    WriteFile(SettingsFile(), "[Games]\nCount=" + count + "\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=" + count +
-                                  "\n[G.1]\nDirCount=" + count +
-                                  "\nDir1=a\nDir2=\nDir3=c\nDir5=e\n[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
+    std::string text = "[Games]\nCount=";
+    text.append(count).append("\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=").append(count);
+    text.append("\n[G.1]\nDirCount=").append(count).append("\nDir1=a\nDir2=\nDir3=c\nDir5=e\n");
+    WriteFile(SettingsFile(), text + "[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
     EXPECT_EQ(Module1::GameCount(), read) << count;
     EXPECT_EQ(Module1::ModCount("G"), read) << count;
     EXPECT_EQ(Module1::DirCount("G.1"), read) << count;
