@@ -186,10 +186,12 @@ void DropPendingInput() {
   constexpr int kLongest = 100;  // milliseconds
   running->isDroppingInput = true;
   QCoreApplication::processEvents(QEventLoop::AllEvents, kLongest);
-  // On Windows the toolkit puts what the system had for it behind what was posted.
-  QEventLoop delivery;
-  QMetaObject::invokeMethod(&delivery, &QEventLoop::quit, Qt::QueuedConnection);
-  delivery.exec();
+  // On Windows the toolkit puts what the system had for it behind what was posted. Without waiting: the program is not
+  // at rest yet.
+  bool isDelivered = false;
+  const auto note = [&isDelivered] { isDelivered = true; };
+  QMetaObject::invokeMethod(qApp, note, Qt::QueuedConnection);
+  while (!isDelivered) QCoreApplication::processEvents();
   running->isDroppingInput = false;
 }
 
