@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/code_page.h"
 #include "platform/paths.h"
@@ -17,8 +19,12 @@
 namespace {
 
 namespace fs = std::filesystem;
+using support::Act;
+using support::Answer;
+using support::Click;
 using support::Key;
-using support::User;
+using support::Press;
+using support::Type;
 
 // What is printed is UTF-8, on both systems; the tool's own text and files are in the code page.
 void Print(const std::string& text) {
@@ -33,10 +39,9 @@ fs::path Away(fs::path file) { return file += ".away"; }
 
 class Tour {
  public:
-  Tour(const User& user, fs::path game, fs::path pictures)
-      : user_(user), game_(std::move(game)), pictures_(std::move(pictures)) {}
+  Tour(fs::path game, fs::path pictures) : game_(std::move(game)), pictures_(std::move(pictures)) {}
 
-  void Go() {
+  std::vector<Act> Acts() {
     StartForTheFirstTime();
     RegisterTheGame();
     MakeMods();
@@ -44,148 +49,122 @@ class Tour {
     DeleteAMod();
     FailToWrite();
     KeepTheGame();
+    return acts_;
   }
 
  private:
-  static void Say(const std::string& sentence) { Print("  " + sentence + "\n"); }
+  void Do(const std::vector<Act>& acts) { acts_.insert(acts_.end(), acts.begin(), acts.end()); }
+
+  void Say(const std::string& sentence) {
+    Do({[=] { Print("  " + sentence + "\n"); }});
+  }
 
   void SayLists() {
-    const auto listed = [this](const char* list) {
+    const auto listed = [](const char* list) {
       std::string text;
-      for (const std::string& entry : user_.Entries(list)) text += (text.empty() ? "" : ", ") + entry;
+      for (const std::string& entry : support::Entries(list)) text += (text.empty() ? "" : ", ") + entry;
       return text.empty() ? "none" : text;
     };
-    Say("    Available: " + listed("lstNotActive") + ". Activated: " + listed("lstActive") + ".");
+    Do({[=] { Print("      Available: " + listed("lstNotActive") + ". Activated: " + listed("lstActive") + ".\n"); }});
   }
 
-  // Takes a picture of the message that is shown, and gives the answer.
-  void Answer(const char* picture, const std::string& button) {
-    const auto message = user_.ShownMessage();
-    if (!message) throw std::runtime_error(std::string("no message for ") + picture);
-    Say("    " + message->title + ": " + message->text.substr(0, message->text.find('\n')) + " [" + button + "]");
-    Picture(picture);
-    user_.Answer(button);
+  // Says the message that is shown, takes a picture of it, and gives the answer.
+  void Meet(const char* picture, const std::string& button) {
+    const Act say = [=] {
+      const auto message = support::ShownMessage();
+      if (!message) throw std::runtime_error(std::string("no message for ") + picture);
+      const std::string line = message->text.substr(0, message->text.find('\n'));
+      Print("      " + message->title + ": " + line + " [" + button + "]\n");
+    };
+    Do({say, Picture(picture), Answer(button)});
   }
 
-  void Picture(const char* name) { user_.SavePicture(pictures_ / (std::string(name) + ".png")); }
+  Act Picture(const char* name) const { return support::SavePicture(pictures_ / (std::string(name) + ".png")); }
 
   void StartForTheFirstTime() {
     Say("The first start: no game is known yet, so the installation setup opens. Close it.");
-    user_.CloseWindow();
+    Do({support::Close()});
     Say("Click on '+': a mod needs a game.");
-    user_.Click("cmdNewMod");
-    Answer("message-no-game", "OK");
-  }
-
-  void NameAGame(const char* name) {
-    user_.Click("cmdnew");
-    user_.Type(name);
+    Do({Click("cmdNewMod")});
+    Meet("message-no-game", "OK");
   }
 
   void RegisterTheGame() {
+    const Act name = support::InTurn({Click("cmdnew"), Type("Sample Game")});
+    const Act sayListed = [] { Print("      Listed: " + support::Entries("lstGames").back() + "\n"); };
     Say("Click on '*', then on '+', and name the game 'Sample Game'.");
-    user_.Click("cmdGoToGames");
-    NameAGame("Sample Game");
-    Picture("game-name");
-    user_.Press(Key::Enter);
+    Do({Click("cmdGoToGames"), name, Picture("game-name"), Press(Key::Enter)});
     Say("Pick its W40k.exe.");
-    user_.Paste(game_.filename().u16string());
-    Picture("game-file");
-    user_.Press(Key::Enter);
-    Say("    Listed: " + user_.Entries("lstGames").back());
+    Do({support::Paste(game_.filename().u16string()), Picture("game-file"), Press(Key::Enter), sayListed});
     Say("Click on '+' and name another one the same.");
-    NameAGame("Sample Game");
-    user_.Press(Key::Enter);
-    Answer("message-game-name-taken", "OK");
-    Picture("setup");
+    Do({name, Press(Key::Enter)});
+    Meet("message-game-name-taken", "OK");
+    Do({Picture("setup")});
     Say("Click on 'OK'.");
-    user_.Click("OKButton");
+    Do({Click("OKButton")});
   }
 
   void MakeMods() {
     Say("Click on '+', and on 'OK' without a name.");
-    user_.Click("cmdNewMod");
-    user_.Click("OKButton");
-    Answer("message-mod-name-empty", "OK");
+    Do({Click("cmdNewMod"), Click("OKButton")});
+    Meet("message-mod-name-empty", "OK");
     Say("Name the mod 'Better Maps', and choose two folders.");
-    user_.Type("Better Maps");
-    user_.ClickEntry("lstDirs", "BetterMaps");
-    user_.ClickEntry("lstDirs", "BetterMaps_Sound");
-    Picture("new-mod");
-    user_.Click("OKButton");
+    Do({Type("Better Maps"), Click("lstDirs", "BetterMaps"), Click("lstDirs", "BetterMaps_Sound"), Picture("new-mod"),
+        Click("OKButton")});
     Say("Make 'Big Armies' and 'Night Sky' the same way.");
-    for (const auto& [name, folder] : {std::pair("Big Armies", "BigArmies"), std::pair("Night Sky", "NightSky")}) {
-      user_.Click("cmdNewMod");
-      user_.Type(name);
-      user_.ClickEntry("lstDirs", folder);
-      user_.Click("OKButton");
-    }
+    for (const auto& [name, folder] : {std::pair("Big Armies", "BigArmies"), std::pair("Night Sky", "NightSky")})
+      Do({Click("cmdNewMod"), Type(name), Click("lstDirs", folder), Click("OKButton")});
     Say("Try to make a second 'Night Sky'.");
-    user_.Click("cmdNewMod");
-    user_.Type("Night Sky");
-    user_.Click("OKButton");
-    Answer("message-mod-name-taken", "OK");
-    user_.Click("CancelButton");
+    Do({Click("cmdNewMod"), Type("Night Sky"), Click("OKButton")});
+    Meet("message-mod-name-taken", "OK");
+    Do({Click("CancelButton")});
     SayLists();
   }
 
   void ActivateAndOrder() {
     Say("Click on 'Better Maps', then on '>'; on 'Big Armies', then on '>'.");
-    for (const char* const name : {"Better Maps", "Big Armies"}) {
-      user_.ClickEntry("lstNotActive", name);
-      user_.Click("cmdActivate1");
-    }
+    for (const char* const name : {"Better Maps", "Big Armies"})
+      Do({Click("lstNotActive", name), Click("cmdActivate1")});
     SayLists();
     Say("Click on 'Better Maps', then on '\\/': it moves down, so the game looks into it earlier.");
-    user_.ClickEntry("lstActive", "Better Maps");
-    user_.Click("cmdMoveDown");
+    Do({Click("lstActive", "Better Maps"), Click("cmdMoveDown")});
     SayLists();
-    Picture("main-window");
+    Do({Picture("main-window")});
   }
 
   void DeleteAMod() {
     Say("Click on 'Night Sky', then on 'X'.");
-    user_.ClickEntry("lstNotActive", "Night Sky");
-    user_.Click("cmdDeleteMod");
-    Answer("message-delete-mod", "OK");
+    Do({Click("lstNotActive", "Night Sky"), Click("cmdDeleteMod")});
+    Meet("message-delete-mod", "OK");
     SayLists();
   }
 
   void FailToWrite() {
-    Say("Take the header template away; click on 'Big Armies', then on '<'.");
     const fs::path header = BesideTheTour("HEADER");
-    fs::rename(header, Away(header));
-    user_.ClickEntry("lstActive", "Big Armies");
-    user_.Click("cmdDeactivate1");
-    Answer("message-module-file", "OK");
-    fs::rename(Away(header), header);
-    Say("Put it back. Put a folder in the place of the settings; click on 'Big Armies', then on '>'.");
     const fs::path settings = BesideTheTour("Ulvane.ini");
-    user_.ClickEntry("lstNotActive", "Big Armies");
-    fs::rename(settings, Away(settings));
-    fs::create_directory(settings);
-    user_.Click("cmdActivate1");
-    Answer("message-settings", "OK");
-    Picture("settings-unread");
-    fs::remove(settings);
-    fs::rename(Away(settings), settings);
+    const auto rename = [](const fs::path& from, const fs::path& to) -> Act { return [=] { fs::rename(from, to); }; };
+    Say("Take the header template away; click on 'Big Armies', then on '<'.");
+    Do({rename(header, Away(header)), Click("lstActive", "Big Armies"), Click("cmdDeactivate1")});
+    Meet("message-module-file", "OK");
+    Say("Put it back. Put a folder in the place of the settings; click on 'Big Armies', then on '>'.");
+    Do({rename(Away(header), header), Click("lstNotActive", "Big Armies"), rename(settings, Away(settings)),
+        [=] { fs::create_directory(settings); }, Click("cmdActivate1")});
+    Meet("message-settings", "OK");
+    Do({Picture("settings-unread"), [=] { fs::remove(settings); }, rename(Away(settings), settings)});
     Say("Put them back, and activate 'Big Armies' again.");
-    user_.GoTo("lstGame");
-    user_.Press(Key::Tab);
-    user_.Click("cmdActivateAll");
+    Do({support::GoTo("lstGame"), Press(Key::Tab), Click("cmdActivateAll")});
     SayLists();
   }
 
   void KeepTheGame() {
     Say("Click on '*', on the game, and on 'X'; but keep it.");
-    user_.Click("cmdGoToGames");
-    user_.ClickEntry("lstGames", user_.Entries("lstGames").front());
-    user_.Click("cmdDelete");
-    Answer("message-delete-game", "No");
-    user_.Click("OKButton");
+    const Act clickOnIt = [] { support::DoNext({Click("lstGames", support::Entries("lstGames").front())}); };
+    Do({Click("cmdGoToGames"), clickOnIt, Click("cmdDelete")});
+    Meet("message-delete-game", "No");
+    Do({Click("OKButton")});
   }
 
-  User user_;
+  std::vector<Act> acts_;
   fs::path game_;
   fs::path pictures_;
 };
@@ -202,7 +181,7 @@ int main(int argumentCount, char** arguments) {
   const fs::path game = arguments[1];
   const fs::path pictures = arguments[2];
   try {
-    support::Use([&](User& user) { Tour(user, game, pictures).Go(); });
+    if (support::Use(Tour(game, pictures).Acts())) throw std::runtime_error("the tool has ended by itself");
     Show(BesideTheTour("Ulvane.ini"));
     Show(game.parent_path() / "Ulvane.module");
   } catch (const std::exception& failure) {

@@ -19,12 +19,7 @@
 // go wrong inside these two is tried without any window.
 namespace fs = std::filesystem;
 using platform::HostPath;
-using support::Message;
-using support::ModuleFile;
-using support::ReadFile;
-using support::Select;
-using support::SettingsFile;
-using support::User;
+using namespace support;
 
 namespace {
 
@@ -65,8 +60,8 @@ namespace {
 struct Command {
   const char* name;
   const char* title;  // of what it tells
-  support::Act prepare;
-  support::Act act;
+  Act prepare;
+  Act act;
   int readings;      // of the settings file
   int replacements;  // of the same
 };
@@ -74,73 +69,54 @@ struct Command {
 // What the tool has told of failures. Questions are answered by their default button.
 std::vector<Message> failures;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): told by each answer
 
-void AnswerAll(User& user) {
-  while (const auto message = user.ShownMessage()) {
+Act AnswerAll() {
+  return [] {
+    const auto message = ShownMessage();
+    if (!message) return;
     if (message->icon == "critical") failures.push_back(*message);
-    user.Answer(message->buttons.front());
-  }
-}
-
-support::Act ClickAndAnswer(const char* button) {
-  return [=](User& user) {
-    user.Click(button);
-    AnswerAll(user);
+    DoNext({Answer(message->buttons.front()), AnswerAll()});
   };
 }
 
-void OpenNewMod(User& user) {
-  user.Click("cmdNewMod");
-  user.Type("Epsilon");
-  user.ClickEntry("lstDirs", "Zoo");
-}
+Act ClickAndAnswer(const char* button) { return InTurn({Click(button), AnswerAll()}); }
 
-void ConfirmNewMod(User& user) {
-  user.Click("OKButton");
-  AnswerAll(user);
-  if (user.CountWindows("frmNew") == 0) return;
-  user.Type("!");
-  EXPECT_EQ(user.TextOfFocus(), "Epsilon!") << "what was typed is there, and can be put right";
-  user.CloseWindow();
-}
-
-void OpenSetup(User& user) {
-  user.Click("cmdGoToGames");
-  user.ClickEntry("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)");
-}
-
-void AddGame(User& user) {
-  user.Click("cmdnew");
-  user.Type("Second");
-  AnswerAll(user);  // the file dialog with the file that it offers
-}
+// What was typed is there, and can be put right.
+const Act kTypeOn = [] {
+  if (CountWindows("frmNew") == 0) return;
+  DoNext({Type("!"), [] { EXPECT_EQ(TextOfFocus(), "Epsilon!"); }, Close()});
+};
 
 // The tool's start once more, in the running program.
-void StartTheTool(User& user) {
+Act StartTheTool() {
   const auto mainWindow = std::make_shared<std::optional<frmMain>>();
-  user.Do([mainWindow] {
+  const Act start = [=] {
     mainWindow->emplace();
     (*mainWindow)->Form_Load();
     (*mainWindow)->Show();
-  });
-  AnswerAll(user);
-  if (user.CountWindows("frmDoWSetup") > 0) {
+  };
+  const Act endSetup = [] {
+    if (CountWindows("frmDoWSetup") == 0) return;
     EXPECT_EQ(ReadFile(SettingsFile()).find("ModCount"), std::string::npos) << "this is no first start";
-    user.Click("OKButton");
-    AnswerAll(user);
-  }
-  user.Do([mainWindow] { mainWindow->reset(); });
+    DoNext({Click("OKButton"), AnswerAll()});
+  };
+  return InTurn({start, AnswerAll(), endSetup, [=] { mainWindow->reset(); }});
 }
 
+const Act kOpenNewMod = InTurn({Click("cmdNewMod"), Type("Epsilon"), Click("lstDirs", "Zoo")});
+const Act kOpenSetup = InTurn({Click("cmdGoToGames"), Click("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)")});
+// With the file that the file dialog offers.
+const Act kAddGame = InTurn({Click("cmdnew"), Type("Second"), AnswerAll()});
+
 const Command kCommands[] = {
-    {"Activate", "Make Module", Select("lstNotActive", "Beta"), ClickAndAnswer("cmdActivate1"), 1, 1},
-    {"ActivateAll", "Make Module", Select("lstActive", "Alpha"), ClickAndAnswer("cmdActivateAll"), 2, 2},
-    {"Move", "Make Module", Select("lstActive", "Gamma"), ClickAndAnswer("cmdMoveUp"), 1, 1},
-    {"Delete", "Delete Mod", Select("lstNotActive", "Beta"), ClickAndAnswer("cmdDeleteMod"), 2, 1},
-    {"NewMod", "New Mod", OpenNewMod, ConfirmNewMod, 1, 1},
-    {"AddGame", "New", OpenSetup, AddGame, 4, 1},
-    {"RemoveGame", "Delete", OpenSetup, ClickAndAnswer("cmdDelete"), 3, 1},
-    {"Start", "Gantrel", {}, StartTheTool, 2, 0},
-    {"FirstStart", "DoW Installation Setup", [](User&) { fs::remove(SettingsFile()); }, StartTheTool, 4, 1},
+    {"Activate", "Make Module", Click("lstNotActive", "Beta"), ClickAndAnswer("cmdActivate1"), 1, 1},
+    {"ActivateAll", "Make Module", Click("lstActive", "Alpha"), ClickAndAnswer("cmdActivateAll"), 2, 2},
+    {"Move", "Make Module", Click("lstActive", "Gamma"), ClickAndAnswer("cmdMoveUp"), 1, 1},
+    {"Delete", "Delete Mod", Click("lstNotActive", "Beta"), ClickAndAnswer("cmdDeleteMod"), 2, 1},
+    {"NewMod", "New Mod", kOpenNewMod, InTurn({ClickAndAnswer("OKButton"), kTypeOn}), 1, 1},
+    {"AddGame", "New", kOpenSetup, kAddGame, 4, 1},
+    {"RemoveGame", "Delete", kOpenSetup, ClickAndAnswer("cmdDelete"), 3, 1},
+    {"Start", "Gantrel", InTurn({}), StartTheTool(), 2, 0},
+    {"FirstStart", "DoW Installation Setup", [] { fs::remove(SettingsFile()); }, StartTheTool(), 4, 1},
 };
 
 // What a command leaves, on the disk and on the screen.
@@ -153,27 +129,26 @@ struct State {
 
 // The command, with the `which`th of its operations going wrong; none for 0.
 State Try(const Command& command, std::size_t which) {
-  support::ResetWithFourMods();
-  support::WriteFile(support::Root() / "W40k.exe", "");
-  fs::current_path(support::Root());
-  support::SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Beta", "C:\\Beta"}});
-  support::WriteFile(ModuleFile(), "old");
+  ResetWithFourMods();
+  WriteFile(Root() / "W40k.exe", "");
+  fs::current_path(Root());
+  SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Beta", "C:\\Beta"}});
+  WriteFile(ModuleFile(), "old");
   failures.clear();
   operations.clear();
   wrong = which;
   State state;
-  support::Use([&](User& user) {
-    if (command.prepare) command.prepare(user);
-    isWatched = true;
-    command.act(user);
-    isWatched = false;
-    if (user.CountWindows("frmDoWSetup") > 0) {
-      state.shown = Shown(user, "lstGames");
-      user.Click("OKButton");
-    }
-    EXPECT_TRUE(user.IsEnabled("lstGame"));
-    state.shown += Shown(user, "lstNotActive");
-  });
+  const auto watch = [](bool isNow) -> Act { return [=] { isWatched = isNow; }; };
+  const Act endSetup = [&] {
+    if (CountWindows("frmDoWSetup") == 0) return;
+    state.shown = Shown("lstGames");
+    DoNext({Click("OKButton")});
+  };
+  const Act look = [&] {
+    EXPECT_TRUE(IsEnabled("lstGame"));
+    state.shown += Shown("lstNotActive");
+  };
+  EXPECT_FALSE(Use({command.prepare, watch(true), command.act, watch(false), endSetup, look}));
   state.settings = ReadFile(SettingsFile());
   state.module = ReadFile(ModuleFile());
   return state;
@@ -193,7 +168,7 @@ void TryAll(const Command& command) {
     const State state = Try(command, which);
     if (what.starts_with("system.reg")) continue;  // the registry then knows nothing
     if (state == expected && failures.empty()) continue;
-    const bool isOld = state.settings == support::FourMods() || state.settings.empty();
+    const bool isOld = state.settings == FourMods() || state.settings.empty();
     EXPECT_TRUE(isOld || state.settings == expected.settings || !isOneChange) << state.settings;
     EXPECT_TRUE(state.module == "old" || state.module == expected.module || !isOneChange) << state.module;
     ASSERT_EQ(failures.size(), 1U);

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -26,31 +25,26 @@ std::string OnZ() { return *platform::ToWindowsPath({Elsewhere().parent_path().n
 
 // Picks a file in the file dialog by typing its name.
 Act Pick(const fs::path& file) {
-  return [=](User& user) {
-    EXPECT_EQ(user.ShownMessage().value().title, "Select DoW Path");
+  const Act look = [=] {
+    EXPECT_EQ(ShownMessage().value().title, "Select DoW Path");
     if (file.is_absolute()) WriteFile(file, "");
-    user.Paste(file.u16string());
-    user.Press(Key::Enter);
   };
+  return InTurn({look, Paste(file.u16string()), Press(Key::Enter)});
 }
 
 Act Name(const std::string& game) {
-  return [=](User& user) {
-    user.Click("cmdnew");
-    EXPECT_EQ(user.ShownMessage(), (Message{"New", "Installation Name:", "", {"OK", "Cancel"}}));
-    EXPECT_EQ(user.TextOfFocus(), "Dawn of War");
-    user.Type(game);
-    user.Paste(u"\u65E5");  // which the code page lacks
-    user.Press(Key::Enter);
-  };
+  const Message question = {"New", "Installation Name:", "", {"OK", "Cancel"}};
+  const Act look = [] { EXPECT_EQ(TextOfFocus(), "Dawn of War"); };
+  const Act pasteWhatTheCodePageLacks = Paste(u"\u65E5");
+  return InTurn({Click("cmdnew"), Sees(question), look, Type(game), pasteWhatTheCodePageLacks, Press(Key::Enter)});
 }
 
 const Act kOpen = Click("cmdGoToGames");
 
 TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
-  const Act isFirst = [](User& user) {
-    EXPECT_EQ(user.CountWindows("frmMain"), 0) << "before the dialog has ended";
-    EXPECT_EQ(user.Focus(), "OKButton");
+  const Act isFirst = [] {
+    EXPECT_EQ(CountWindows("frmMain"), 0) << "before the dialog has ended";
+    EXPECT_EQ(Focus(), "OKButton");
   };
   Check("", {"none", {isFirst}, "(No installation was found. Click on + and pick the game's W40k.exe.)"});
   Check("",
@@ -67,7 +61,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
   const Message taken = {"New", "Please enter a unique name.", "information", {"OK"}};
   const std::string three = Text({"[Games]", "Count=3", "DoW1=New", "DoW2=First", "DoW3=Second"});
   const std::string withThird = With(three, "DoW1=New", "DoW1=Third");
-  const Act registry = [](User& /*user*/) {
+  const Act registry = [] {
     SetRegistry({{"<b>x</b> & y", "c:\\games\\D\xD6w"}});
     WriteFile(GameFolder() / "W40K.EXE", "");
   };
@@ -114,13 +108,14 @@ TEST(Setup, AFolderThatTheSettingsCannotHoldIsRefused) {
   const Refused rows[] = {{DriveC() / u8"\u017Bycie", "?ycie" + std::string(1, kSeparator) + "W40k.exe cannot be used"},
                           {DriveC() / tooLong / tooLong / "0123456789", "more than 254 characters"}};
   for (const Refused& row : rows) {
-    const Act isRefused = [&](User& user) {
-      EXPECT_NE(user.ShownMessage().value_or(Message()).text.find(row.said), std::string::npos) << row.said;
-      user.Answer("OK");
-      EXPECT_EQ(user.ShownMessage().value().title, "Select DoW Path") << "the choice goes on";
-      user.Press(Key::Escape);
+    const Act isRefused = [&] {
+      EXPECT_NE(ShownMessage().value_or(Message()).text.find(row.said), std::string::npos) << row.said;
     };
-    Check(kTwoGames, {"", {kOpen, Name("Third"), Pick(row.folder / "W40k.exe"), isRefused}, kTwo});
+    const Act choiceGoesOn = [] { EXPECT_EQ(ShownMessage().value().title, "Select DoW Path"); };
+    Check(kTwoGames, {"",
+                      {kOpen, Name("Third"), Pick(row.folder / "W40k.exe"), isRefused, Answer("OK"), choiceGoesOn,
+                       Press(Key::Escape)},
+                      kTwo});
   }
 }
 
@@ -130,7 +125,7 @@ TEST(Setup, RemovesAGameAndKeepsItsMods) {
   const std::string two = With(With(three, "[Games]\r\nCount=3", "[Games]\r\nCount=2"), "DoW2=Dawn of War", "DoW2=C");
   const std::string entry = "Dawn of War (C:\\Games\\D\xF6W\\)";
   const std::string all = "A (C:\\), [" + entry + "], C (C:\\)";
-  const Act select = Select("lstGames", entry);
+  const Act select = Click("lstGames", entry);
   const Act click = Click("cmdDelete");
   const Act enter = Press(Key::Enter);
   const std::string later = Text({"[Games]", "Count=4", "DoW1=New", "DoW2=A", "DoW3=Dawn of War", "DoW4=C"});
@@ -158,39 +153,33 @@ TEST(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
                                               {Press(Key::Escape), "Second"}};
   for (const auto& way : ways) {
     const char* const game = way.second;
-    const Act isSelected = [&](User& user) { EXPECT_EQ(user.Selected("lstGame"), game); };
+    const Act isSelected = [&] { EXPECT_EQ(Selected("lstGame"), game); };
     Check(TwoGames(), {game, {kChooseSecond, kOpen, way.first, isSelected}, "Other | ()"});
   }
 }
 
-TEST_F(WithFourMods, TheMainWindowIsOutOfUseUntilTheSetupHasEnded) {
-  Use([](User& user) {
-    user.Click("cmdGoToGames");
-    EXPECT_FALSE(user.IsEnabled("lstGame"));
-    user.Click("cmdGoToGames");
-    EXPECT_EQ(user.Focus(), "OKButton") << "it comes back in front of the window that covered it";
-    user.CloseWindow("frmMain");
-    EXPECT_EQ(user.CountWindows("frmMain"), 1) << "it refuses to be closed";
-    EXPECT_EQ(user.CountWindows("frmDoWSetup"), 1) << "and opens no second dialog";
-    user.Click("OKButton");
-    EXPECT_TRUE(user.IsEnabled("lstGame"));
-    EXPECT_EQ(user.Focus(), "lstGame");
-  });
+TEST(Setup, TheMainWindowIsOutOfUseUntilItHasEnded) {
+  const auto isInUse = [](bool isEnabled) -> Act { return [=] { EXPECT_EQ(IsEnabled("lstGame"), isEnabled); }; };
+  const Act isRefused = [] {
+    EXPECT_EQ(CountWindows("frmMain"), 1) << "it refuses to be closed";
+    EXPECT_EQ(CountWindows("frmDoWSetup"), 1) << "and opens no second dialog";
+  };
+  const Act isInFront = Focused("OKButton");  // again
+  Try(FourMods(), {"",
+                   {kOpen, isInUse(false), kOpen, isInFront, Close("frmMain"), isRefused, Click("OKButton"),
+                    isInUse(true), Focused("lstGame")},
+                   "Beta, Delta | Alpha, Gamma"});
 }
 
 TEST(Setup, TheWaitSleepsAndEndsWhenTheToolIsAskedToQuit) {
   Reset();
-  double used = 0;
-  const int exitCode = Use([&](User& user) {
-    EXPECT_EQ(user.Focus(), "OKButton");
-    const double before = ProcessorSeconds();
-    std::this_thread::sleep_for(std::chrono::seconds(1));
-    used = ProcessorSeconds() - before;
+  double before = 0;
+  const Act start = [&] { before = ProcessorSeconds(); };
+  const Act end = [&] {
+    EXPECT_LT(ProcessorSeconds() - before, 0.05);
     AskToQuit();
-    while (!user.HasEnded()) std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  });
-  EXPECT_LT(used, 0.05);
-  EXPECT_EQ(exitCode, 0);
+  };
+  EXPECT_EQ(Use({start, Wait(std::chrono::seconds(1)), end, Wait(std::chrono::seconds(10))}), 0);
 }
 
 }  // namespace

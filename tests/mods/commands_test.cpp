@@ -20,12 +20,12 @@ TEST(Activation, AModKeepsItsPlaceInTheLoadOrder) {
   const Names all = {"GammaData", "GammaSound", "BetaData", "AlphaData"};
   const Row rows[] = {
       {"one is activated, by a double click",
-       {Acts(&User::DoubleClickEntry)("lstNotActive", "Beta")},
+       {DoubleClick("lstNotActive", "Beta")},
        "Delta | Alpha, Beta, Gamma",
        Settings(4, {kAlpha, activeBeta, kGamma, kDelta}),
        all},
       {"one is deactivated, by its key",
-       {Select("lstActive", "Alpha"), Press(Key::Enter)},
+       {Click("lstActive", "Alpha"), Press(Key::Enter)},
        "Alpha, Beta, Delta | Gamma",
        With(FourMods(), "Name=Alpha\r\nActive=1", "Name=Alpha\r\nActive=0"),
        Names{"GammaData", "GammaSound"}},
@@ -45,7 +45,7 @@ TEST(Activation, AModKeepsItsPlaceInTheLoadOrder) {
        {},
        asItWas},
       {"one that is no longer registered is left alone",
-       {Select("lstNotActive", "Beta"), Write(renamed), Click("cmdActivate1")},
+       {Click("lstNotActive", "Beta"), Write(renamed), Click("cmdActivate1")},
        "Renamed, Delta | Alpha, Gamma",
        renamed,
        asItWas},
@@ -65,26 +65,26 @@ TEST(LoadOrder, AModIsExchangedWithTheNextActiveOne) {
   const std::string twins = Settings(2, {kAlpha, {"Alpha", "1", {"x"}}});
   const Row rows[] = {
       {"down",
-       {Select("lstActive", "Alpha"), Click("cmdMoveDown")},
+       {Click("lstActive", "Alpha"), Click("cmdMoveDown")},
        "Beta, Delta | Gamma, [Alpha]",
        exchanged,
        Names{"AlphaData", "GammaData", "GammaSound"}},
       {"down and up again, by the keys, without another click on it",
-       {Select("lstActive", "Alpha"), Press(Key::AltDown), Press(Key::AltUp)},
+       {Click("lstActive", "Alpha"), Press(Key::AltDown), Press(Key::AltUp)},
        "Beta, Delta | [Alpha], Gamma",
        Settings(4, {{"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kBeta, kGamma, kDelta}) + Scratch(kAlpha),
        Names{"GammaData", "GammaSound", "AlphaData"}},
-      {"not at the top", {Select("lstActive", "Alpha"), Click("cmdMoveUp")}, "Beta, Delta | [Alpha], Gamma"},
-      {"not at the bottom", {Select("lstActive", "Gamma"), Click("cmdMoveDown")}, "Beta, Delta | Alpha, [Gamma]"},
+      {"not at the top", {Click("lstActive", "Alpha"), Click("cmdMoveUp")}, "Beta, Delta | [Alpha], Gamma"},
+      {"not at the bottom", {Click("lstActive", "Gamma"), Click("cmdMoveDown")}, "Beta, Delta | Alpha, [Gamma]"},
       {"nothing is selected", {Click("cmdMoveUp"), Click("cmdMoveDown")}, "Beta, Delta | Alpha, Gamma"},
       {"not with one that is no longer registered",
-       {Select("lstActive", "Alpha"), Write(renamed), Click("cmdMoveDown")},
+       {Click("lstActive", "Alpha"), Write(renamed), Click("cmdMoveDown")},
        "Beta, Delta | [Alpha], Gamma",
        renamed},
   };
   for (const Row& row : rows) Check(FourMods(), row);
 
-  const std::vector<Act> moveFirst = {Select("lstActive", "Alpha"), Click("cmdMoveDown")};
+  const std::vector<Act> moveFirst = {Click("lstActive", "Alpha"), Click("cmdMoveDown")};
   Check(With(Settings(2, {{"Alpha", "1"}}), "DirCount=0", "DirCount=01") + Text({"[Dawn of War.2]", "Active=03"}),
         {"what is missing is written with its default, and the count plain", moveFirst, "() | Unknown, [Alpha]",
          Settings(2, {{"Unknown", "03"}}) + Text({"[Dawn of War.2]", "Active=1", "Name=Alpha", "DirCount=1", "Dir1="}) +
@@ -96,7 +96,7 @@ TEST(LoadOrder, AModIsExchangedWithTheNextActiveOne) {
 
 TEST(DeletingAMod, TheLaterOnesMoveDown) {
   const Message question = {"Delete Mod", "Really delete 'Beta'?", "", {"OK", "Cancel"}};
-  const Act selectBeta = Select("lstNotActive", "Beta");
+  const Act selectBeta = Click("lstNotActive", "Beta");
   const Act click = Click("cmdDeleteMod");
   const std::string renamed = With(FourMods(), "Name=Beta", "Name=Renamed");
   const Row rows[] = {
@@ -105,7 +105,7 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
        "Delta | Alpha, Gamma",
        Settings(3, {kAlpha, kGamma, {"Delta", "0", {}, kGamma.folders}, kDelta})},
       {"the last one",
-       {Select("lstNotActive", "Delta"), click, Answer("OK")},
+       {Click("lstNotActive", "Delta"), click, Answer("OK")},
        "Beta | Alpha, Gamma",
        Settings(3, {kAlpha, kBeta, kGamma, kDelta})},
       {"not for Cancel", {selectBeta, click, Answer("Cancel")}, "[Beta], Delta | Alpha, Gamma"},
@@ -123,17 +123,17 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
   for (const Row& row : rows) Check(FourMods(), row);
 }
 
-TEST_F(WithFourMods, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {
-  Use([](User& user) {
-    user.ClickEntry("lstActive", "Alpha");  // leaves the selector, which refills the lists
-    EXPECT_TRUE(user.IsBusy("lstActive", [&] { user.Click("cmdActivateAll"); }));
-    EXPECT_TRUE(user.IsBusy("lstNotActive", [&] { user.Click("cmdDeactivateAll"); }));
-    user.ClickEntry("lstNotActive", "Delta");
-    user.Click("cmdDeleteMod");
-    EXPECT_TRUE(user.IsBusy("lstNotActive", [&] { user.Answer("OK"); }));
-    user.ClickEntry("lstNotActive", "Beta");
-    EXPECT_FALSE(user.IsBusy("lstNotActive", [&] { user.Click("cmdActivate1"); }));
-  });
+TEST(Commands, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {
+  const auto changes = [](bool isBusy, const std::string& list, const Act& act) {
+    return Watch(
+        list, [=] { EXPECT_EQ(IsPointerBusy(), isBusy); }, act);
+  };
+  Try(FourMods(),
+      {"",
+       {changes(true, "lstActive", Click("cmdActivateAll")), changes(true, "lstNotActive", Click("cmdDeactivateAll")),
+        Click("lstNotActive", "Delta"), Click("cmdDeleteMod"), changes(true, "lstNotActive", Answer("OK")),
+        Click("lstNotActive", "Beta"), changes(false, "lstNotActive", Click("cmdActivate1"))},
+       "Alpha, Gamma | Beta"});
 }
 
 }  // namespace

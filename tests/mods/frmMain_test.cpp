@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -45,14 +47,12 @@ TEST(MainWindow, ShowsTheSettings) {
   };
   for (const Shows& row : rows) {
     Check(row.settings, {row.rule,
-                         {[&](User& user) {
-                           EXPECT_EQ(Shown(user, "lstGame"), row.games);
+                         {[&] {
+                           EXPECT_EQ(Shown("lstGame"), row.games);
                            Names disabled;
-                           for (const std::string& name : all) {
-                             if (!user.IsEnabled(name)) disabled.push_back(name);
-                           }
+                           std::ranges::remove_copy_if(all, std::back_inserter(disabled), IsEnabled);
                            EXPECT_EQ(disabled, row.disabled);
-                           EXPECT_TRUE(user.IsEnabled("cmdNewMod") && user.IsEnabled("cmdGoToGames"));
+                           EXPECT_TRUE(IsEnabled("cmdNewMod") && IsEnabled("cmdGoToGames"));
                          }},
                          row.lists});
   }
@@ -60,7 +60,7 @@ TEST(MainWindow, ShowsTheSettings) {
 
 TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
   const std::string first = "Beta, Delta | Alpha, Gamma";
-  const Act anotherProgram = Acts(&User::SwitchToAnotherProgram)();
+  const Act anotherProgram = SwitchToAnotherProgram();
   const Row rows[] = {
       {"choosing refills nothing", {kChooseSecond}, first},
       {"nor does the open list", {kChooseSecond, Click("lstGame"), Press(Key::Escape)}, first},
@@ -68,7 +68,7 @@ TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
       {"the Tab key", {kChooseSecond, Press(Key::Tab)}, "Other | ()"},
       {"a click into a list acts on the refilled list",
        // The first entry is Other once the click has taken the focus.
-       {kChooseSecond, Select("lstNotActive", "Beta")},
+       {kChooseSecond, Click("lstNotActive", "Beta")},
        "[Other] | ()"},
   };
   for (const Row& row : rows) Check(TwoGames(), row);
@@ -78,30 +78,30 @@ TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
          "() | ()"});
 }
 
-TEST_F(WithFourMods, TheListsSayWhyTheSettingsCannotBeRead) {
-  const std::string file = platform::Shown({SettingsFile().native()});
-  Use([&](User& user) {
-    user.ClickEntry("lstNotActive", "Beta");
+TEST(MainWindow, TheListsSayWhyTheSettingsCannotBeRead) {
+  const std::string reason = "(" + platform::Shown({SettingsFile().native()}) + " could not be read: Is a directory.)";
+  const Act takeSettings = [] {
     fs::remove(SettingsFile());
     fs::create_directory(SettingsFile());
-    user.Click("cmdActivate1");
-    user.Answer("OK");
-    EXPECT_EQ(Shown(user, "lstNotActive"), "(" + file + " could not be read: Is a directory.)");
-  });
+  };
+  Try(FourMods(), {"",
+                   {Click("lstNotActive", "Beta"), takeSettings, Click("cmdActivate1"), Answer("OK")},
+                   reason + " | ()"});
 }
 
-TEST_F(WithFourMods, TheTabKeyGoesRoundInTheOrderOfTheWindow) {
+TEST(MainWindow, TheTabKeyGoesRoundInTheOrderOfTheWindow) {
   const Names order = {"lstGame",        "lstNotActive",     "lstActive", "cmdActivate1", "cmdDeactivate1",
                        "cmdActivateAll", "cmdDeactivateAll", "cmdMoveUp", "cmdMoveDown",  "cmdNewMod",
                        "cmdDeleteMod",   "cmdGoToGames",     "lstGame"};
-  Use([&](User& user) {
-    for (const std::string& control : order) {
-      EXPECT_EQ(user.Focus(), control);
-      user.Press(Key::Tab);
-    }
-    const std::string font = user.Font("lstActive");
+  std::vector<Act> acts = {[] {
+    const std::string font = Font("lstActive");
     EXPECT_TRUE(font == "Comic Sans MS" || font == "Comic Neue") << font;
-  });
+  }};
+  for (const std::string& control : order) {
+    acts.push_back(Focused(control));
+    acts.push_back(Press(Key::Tab));
+  }
+  Try(FourMods(), {"", acts, "Beta, Delta | Alpha, Gamma"});
 }
 
 }  // namespace

@@ -12,32 +12,26 @@ using namespace support;
 // What the mouse and the keyboard do, and above all what they do not; of two games.
 namespace {
 
-Act Focused(const std::string& control) {
-  return [=](User& user) { EXPECT_EQ(user.Focus(), control); };
-}
-
 TEST(Keys, NoClickDoesWhatWasNotMeant) {
-  const Act hold = [](User& user) { user.Hold(Key::Enter); };
-  const Act clickWhile = [](User& user) { user.ClickWhile("cmdActivateAll", "lstActive", "cmdDeactivateAll"); };
   const Row rows[] = {
       {"after the setup, lists that are no longer the selector's are refilled before a click on them acts",
-       {kChooseSecond, Click("cmdGoToGames"), Click("OKButton"), Focused("lstGame"), Select("lstNotActive", "Other")},
+       {kChooseSecond, Click("cmdGoToGames"), Click("OKButton"), Focused("lstGame"), Click("lstNotActive", "Other")},
        "[Beta], Delta | Alpha, Gamma"},
       {"the focus goes from a button that its command has disabled to the list, and to no other button",
        {GoTo("cmdActivateAll"), Press(Key::Space), Press(Key::Space), Focused("lstActive")},
        "() | [Alpha], Beta, Gamma, Delta"},
       {"also after the last mod was deleted",
-       {kChooseSecond, Press(Key::Tab), Select("lstNotActive", "Other"), Click("cmdDeleteMod"), Answer("OK"),
+       {kChooseSecond, Press(Key::Tab), Click("lstNotActive", "Other"), Click("cmdDeleteMod"), Answer("OK"),
         Press(Key::Down), Focused("lstNotActive")},
        "() | ()"},
       {"a key that is held down clicks once",
-       {Select("lstNotActive", "Beta"), GoTo("cmdDeleteMod"), hold, Answer("Cancel")},
+       {Click("lstNotActive", "Beta"), GoTo("cmdDeleteMod"), Hold(Key::Enter), Answer("Cancel")},
        "[Beta], Delta | Alpha, Gamma"},
       {"a wheel that is turned over the selector chooses nothing",
-       {Select("lstActive", "Gamma"), Acts(&User::TurnWheel)("lstGame"), Click("cmdDeactivate1")},
+       {Click("lstActive", "Gamma"), TurnWheel("lstGame"), Click("cmdDeactivate1")},
        "Beta, Gamma, Delta | Alpha"},
       {"what is clicked while a command runs is dropped",
-       {clickWhile, Focused("lstActive")},
+       {ClickWhile("cmdActivateAll", "lstActive", "cmdDeactivateAll"), Focused("lstActive")},
        "() | Alpha, Beta, Gamma, Delta"},
   };
   for (const Row& row : rows) Try(TwoGames(), row);
@@ -45,7 +39,7 @@ TEST(Keys, NoClickDoesWhatWasNotMeant) {
 
 TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
   const auto press = [](const char* list, const char* entry, std::initializer_list<Key> keys) {
-    std::vector<Act> acts = {Select(list, entry)};
+    std::vector<Act> acts = {Click(list, entry)};
     for (const Key key : keys) acts.push_back(Press(key));
     acts.push_back(Focused(list));
     return acts;
@@ -55,7 +49,7 @@ TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
       {"Enter activates, and the next arrow goes on from there", press("lstNotActive", "Beta", {Key::Enter, Key::Down}),
        "[Delta] | Alpha, Beta, Gamma"},
       {"in the middle of a list as well",
-       {Click("cmdActivateAll"), Select("lstActive", "Gamma"), Press(Key::Enter), Press(Key::Down)},
+       {Click("cmdActivateAll"), Click("lstActive", "Gamma"), Press(Key::Enter), Press(Key::Down)},
        "Gamma | Alpha, Beta, [Delta]"},
       {"Enter with nothing selected does nothing", press("lstNotActive", "Beta", {Key::Enter, Key::Enter}),
        "Delta | Alpha, Beta, Gamma"},

@@ -16,9 +16,7 @@ namespace {
 void WriteMakeIni(const std::string& text) { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\n" + text); }
 
 // Writes the module file by the one command that changes nothing else.
-void WriteModule() {
-  Use([](User& user) { user.Click("cmdActivate1"); });
-}
+void WriteModule() { EXPECT_FALSE(Use({Click("cmdActivate1")})); }
 
 TEST_F(WithFourMods, TheFoldersOfTheHighestNumberComeFirstAlsoThoseThatAreMissing) {
   WriteMakeIni("NextDirNum=2147483647\n");
@@ -30,7 +28,7 @@ TEST_F(WithFourMods, TheFoldersOfTheHighestNumberComeFirstAlsoThoseThatAreMissin
 }
 
 TEST(ModuleWriter, AModsFlagMustBe1AndACountThatIsNoneIsWhatIsThere) {
-  const Act removeMakeIni = [](User& /*user*/) { fs::remove(ExecutableFolder() / "Make.ini"); };
+  const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
   const std::string settings = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
   Check(With(settings, "DirCount=2", "DirCount=none"), {"also without Make.ini",
                                                         {removeMakeIni, Click("cmdActivate1")},
@@ -75,7 +73,7 @@ TEST(ModuleWriter, AFailureIsSaid) {
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
   const std::string ownFile = " could not be written: It is one of Gantrel's own files.";
   const auto tryFailure = [](const std::string& settings, const std::string& makeIni, const std::string& said) {
-    const Act damage = [&](User& /*user*/) {
+    const Act damage = [&] {
       WriteFile(GameFolder() / "W40k.exe", "MZ");
       WriteMakeIni(makeIni);
     };

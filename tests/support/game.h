@@ -91,39 +91,25 @@ class WithFourMods : public testing::Test {
   void SetUp() override { ResetWithFourMods(); }
 };
 
-// What a user does, or sees on the way.
-using Act = std::function<void(User&)>;
-
-template <typename... Arguments>
-auto Acts(void (User::*act)(Arguments...)) {
-  return [act](auto... arguments) -> Act { return [=](User& user) { (user.*act)(arguments...); }; };
-}
-inline const auto Click = Acts(&User::Click);
-inline const auto Select = Acts(&User::ClickEntry);
-inline const auto Type = Acts(&User::Type);
-inline const auto Press = Acts(&User::Press);
-inline const auto GoTo = Acts(&User::GoTo);
-inline const auto Answer = Acts(&User::Answer);
-inline const auto Close = Acts(&User::CloseWindow);
 // Of two games.
-inline const Act kChooseSecond = [](User& user) {
-  user.GoTo("lstGame");
-  user.Press(Key::Down);
-};
+inline const Act kChooseSecond = InTurn({GoTo("lstGame"), Press(Key::Down)});
 inline Act Sees(const std::optional<Message>& message) {
-  return [=](User& user) { EXPECT_EQ(user.ShownMessage(), message); };
+  return [=] { EXPECT_EQ(ShownMessage(), message); };
+}
+inline Act Focused(const std::string& control) {
+  return [=] { EXPECT_EQ(Focus(), control); };
 }
 // Another program does, meanwhile.
 inline Act Write(const std::string& settings) {
-  return [=](User& /*user*/) { WriteFile(SettingsFile(), settings); };
+  return [=] { WriteFile(SettingsFile(), settings); };
 }
 
 // The entries of a list, with the selected one in brackets; in parentheses, what is there in the place of entries.
-inline std::string Shown(User& user, const std::string& list) {
-  if (user.Entries(list).empty()) return "(" + user.EmptyText(list) + ")";
+inline std::string Shown(const std::string& list) {
+  if (Entries(list).empty()) return "(" + EmptyText(list) + ")";
   std::string shown;
-  const std::string selected = user.Selected(list);
-  for (const std::string& entry : user.Entries(list)) {
+  const std::string selected = Selected(list);
+  for (const std::string& entry : Entries(list)) {
     if (!shown.empty()) shown += ", ";
     shown += !selected.empty() && entry == selected ? "[" + entry + "]" : entry;
   }
@@ -145,14 +131,13 @@ inline void Try(const std::string& settings, const Row& row, const std::vector<I
   ResetWithFourMods();
   SetRegistry(registry);
   WriteFile(SettingsFile(), settings);
-  Use([&](User& user) {
-    for (const Act& act : row.acts) act(user);
-    EXPECT_FALSE(user.ShownMessage());
-    EXPECT_EQ(user.CountWindows("frmNew"), 0);
-    const bool isInSetup = user.CountWindows("frmDoWSetup") > 0;
-    EXPECT_EQ(isInSetup ? Shown(user, "lstGames") : Shown(user, "lstNotActive") + " | " + Shown(user, "lstActive"),
-              row.lists);
-  });
+  const Act look = [&] {
+    EXPECT_FALSE(ShownMessage());
+    EXPECT_EQ(CountWindows("frmNew"), 0);
+    const bool isInSetup = CountWindows("frmDoWSetup") > 0;
+    EXPECT_EQ(isInSetup ? Shown("lstGames") : Shown("lstNotActive") + " | " + Shown("lstActive"), row.lists);
+  };
+  EXPECT_FALSE(Use({InTurn(row.acts), look})) << "it ends by itself";
 }
 
 inline void Check(const std::string& settings, const Row& row, const std::vector<Installation>& registry = {}) {
