@@ -1,12 +1,3 @@
-#include "app/layouts.h"
-#include "mods/frmMain.h"
-#include "platform/application.h"
+#include "app/tool.h"
 
-int main(int argumentCount, char** arguments) {
-  argumentCount = 1;  // the tool takes no arguments
-  const platform::Application application(Layouts(), argumentCount, arguments);
-  frmMain mainWindow;
-  mainWindow.Form_Load();
-  mainWindow.Show();
-  return platform::Application::Run();
-}
+int main(int argumentCount, char** arguments) { return RunTool(argumentCount, arguments); }

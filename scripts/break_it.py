@@ -30,7 +30,7 @@ BREAKS = {
         ('14, "lstNotActive"', '14, "lstActive"', "the focus goes to another list than a command has filled"),
         (".height = 5295", ".height = 5000", "the main window has another size"),
     ],
-    "app/main.cpp": [
+    "app/tool.cpp": [
         ("mainWindow.Form_Load();", "", "the program starts with an empty window"),
     ],
     "mods/activation.cpp": [
@@ -89,7 +89,7 @@ BREAKS = {
         ('"Count", count - 1', '"Count", count', "a removed game still counts"),
         ("schema::GameKey(i - 1), ", "schema::GameKey(i), ", "later games do not move down"),
         ("answer == platform::Answer::No", "false", "a game is removed in spite of No"),
-        ("Cancel = true;", "", "the close box closes instead of ending the wait"),
+        ("if (done_) return;", "", "the setup dialog never closes"),
         ("mainWindow_->RefreshGames();", "", "OK does not refill the selector"),
         ("!chosen || IsRefused(name)", "!chosen", "a game that was added meanwhile is added again"),
         (".folder = RegisteredFolder(name)", '.folder = ""', "the file dialog opens elsewhere"),
@@ -98,7 +98,7 @@ BREAKS = {
     ],
     "installations/go_to_games.cpp": [
         ("window_.TakeOutOfUse();", "", "the main window stays in use behind the setup dialog"),
-        ("lstGame.TakeFocus();", "", "after the setup dialog the lists do not follow the selector"),
+        ("lstGame.TakeFocus();", "lstActive.TakeFocus();", "after the setup dialog the focus is elsewhere"),
     ],
     "installations/registry_lookup.cpp": [
         ("<< 8 * i", "<< 8 * (3 - i)", "a registry number is read with its bytes in the wrong order"),

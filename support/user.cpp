@@ -29,9 +29,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "app/layouts.h"
-#include "mods/frmMain.h"
-#include "platform/application.h"
+#include "app/tool.h"
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
 #include "platform/qt/text.h"
@@ -50,8 +48,8 @@ namespace {
 // Does one act after the other, each when the tool has come to rest.
 class Hands {
  public:
-  explicit Hands(const std::vector<Act>& acts) {
-    DoNext(acts);
+  // Once the tool's event loops can run.
+  void Begin() {
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &context_, [this] {
       if (std::exchange(isWaiting_, true)) return;
       const auto goOn = [this] {
@@ -121,6 +119,12 @@ class Hands {
 
 Hands* hands = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): of the one user
 
+// The toolkit calls it when the application object is made.
+void Begin() {
+  if (hands != nullptr) hands->Begin();
+}
+Q_COREAPP_STARTUP_FUNCTION(Begin)
+
 std::vector<QWidget*> Windows(const std::string& name) {
   std::vector<QWidget*> windows;
   for (QWidget* const window : QApplication::topLevelWidgets()) {
@@ -184,18 +188,14 @@ std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text
 }  // namespace
 
 std::optional<int> Use(const std::vector<Act>& acts) {
-  int argumentCount = 1;
   std::string programName = "gantrel";
   std::array<char*, 2> arguments = {programName.data(), nullptr};
   // Only the toolkit's own dialogs can be clicked on here; where the system has some, they are looked at by eye.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  const platform::Application application(Layouts(), argumentCount, arguments.data());
-  Hands ofTheUser({[] { Focus(); }, InTurn(acts)});
+  Hands ofTheUser;
+  ofTheUser.DoNext({[] { Focus(); }, InTurn(acts)});
   hands = &ofTheUser;
-  frmMain mainWindow;
-  mainWindow.Form_Load();
-  mainWindow.Show();
-  const int exitCode = platform::Application::Run();
+  const int exitCode = RunTool(1, arguments.data());
   return ofTheUser.AreDone() ? std::nullopt : std::optional(exitCode);
 }
 

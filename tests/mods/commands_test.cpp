@@ -121,6 +121,11 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
        renamed},
   };
   for (const Row& row : rows) Check(FourMods(), row);
+  Check(Settings(2, {kBeta}) + Text({"[Dawn of War.2]"}),
+        {"what is missing is written with its default",
+         {selectBeta, click, Answer("OK")},
+         "Unknown | ()",
+         Settings(1, {{"Unknown", "0", {}, kBeta.folders}}) + Text({"[Dawn of War.2]"})});
 }
 
 TEST(Commands, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {

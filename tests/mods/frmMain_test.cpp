@@ -84,9 +84,22 @@ TEST(MainWindow, TheListsSayWhyTheSettingsCannotBeRead) {
     fs::remove(SettingsFile());
     fs::create_directory(SettingsFile());
   };
+  Try(FourMods(),
+      {"", {Click("lstNotActive", "Beta"), takeSettings, Click("cmdActivate1"), Answer("OK")}, reason + " | ()"});
+}
+
+TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
+  const Act makeFolder = [] { fs::create_directory(GameFolder() / "w40K" / "GammaData"); };
+  const auto tells = [](const std::string& control, const std::string& entry, const std::string& text) {
+    return InTurn({Hover(control, entry), [=] { EXPECT_EQ(ToolTip(), text); }});
+  };
   Try(FourMods(), {"",
-                   {Click("lstNotActive", "Beta"), takeSettings, Click("cmdActivate1"), Answer("OK")},
-                   reason + " | ()"});
+                   {makeFolder, tells("cmdDeleteMod", "", "Delete Mod"),
+                    tells("lstGame", "", "Folder: C:\\Games\\D\xF6W\\\nModule file: C:\\Games\\D\xF6W\\Ulvane.module"),
+                    tells("lstNotActive", "Delta", "No data folders"),
+                    tells("lstNotActive", "Beta", "Data folders:\nBetaData (missing)"),
+                    tells("lstActive", "Gamma", "Data folders:\nGammaData\nGammaSound (missing)")},
+                   "Beta, Delta | Alpha, Gamma"});
 }
 
 TEST(MainWindow, TheTabKeyGoesRoundInTheOrderOfTheWindow) {
