@@ -98,7 +98,7 @@ BREAKS = {
     ],
     "installations/go_to_games.cpp": [
         ("window_.TakeOutOfUse();", "", "the main window stays in use behind the setup dialog"),
-        ("lstGame.TakeFocus();", "lstActive.TakeFocus();", "after the setup dialog the focus is elsewhere"),
+        ("window_.PutBackIntoUse();", "", "the main window stays out of use after the setup dialog"),
     ],
     "installations/registry_lookup.cpp": [
         ("<< 8 * i", "<< 8 * (3 - i)", "a registry number is read with its bytes in the wrong order"),

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #include "platform/paths.h"
 #include "support/system.h"
@@ -21,20 +22,16 @@ constexpr const char* kProgram = "gantrel-test.exe";  // the ending is Windows's
 constexpr const char* kIsCopy = "GANTREL_TEST_IS_COPY";
 
 // Also what is read-only; but for `kept`, and the folders above it.
-void Remove(const fs::path& path, const fs::path& kept) {
-  if (path == kept) return;
-  std::error_code isNotEmpty;
-  if (!fs::is_symlink(path)) fs::permissions(path, fs::perms::owner_all, fs::perm_options::add);
-  if (fs::is_symlink(path) || !fs::is_directory(path)) {
-    fs::remove(path);
-    return;
+void RemoveAllBut(const fs::path& kept, const std::vector<fs::path>& paths) {
+  for (const fs::path& path : paths) {
+    if (path == kept) continue;
+    if (!fs::is_symlink(path)) {
+      fs::permissions(path, fs::perms::owner_all, fs::perm_options::add);
+      if (fs::is_directory(path)) RemoveAllBut(kept, {fs::directory_iterator(path), fs::directory_iterator()});
+    }
+    std::error_code isNotEmpty;
+    fs::remove(path, isNotEmpty);
   }
-  for (const auto& entry : fs::directory_iterator(path)) Remove(entry.path(), kept);
-  fs::remove(path, isNotEmpty);
-}
-
-void RemoveAllBut(const fs::path& kept) {
-  for (const fs::path& path : Ours()) Remove(path, kept);
 }
 
 }  // namespace
@@ -43,7 +40,7 @@ fs::path ExecutableFolder() { return DriveC() / u8"My T\u00F6\u00F6ls" / "Gantre
 fs::path SettingsFile() { return ExecutableFolder() / "Ulvane.ini"; }
 
 void Reset() {
-  RemoveAllBut(ExecutableFolder() / kProgram);
+  RemoveAllBut(ExecutableFolder() / kProgram, Ours());
   fs::create_directories(Root());
   MakeDrives();
   SetRegistry({});
@@ -64,7 +61,7 @@ int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int, char**))
   const QStringList others(arguments + 1, arguments + argumentCount);
   const int result = QProcess::execute(QString::fromStdU16String(copy.u16string()), others);
   SetRegistry({});
-  RemoveAllBut({});
+  RemoveAllBut({}, Ours());
   return result;
 }
 

@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <memory>
-#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
 
-#include "mods/frmMain.h"
 #include "platform/files.h"
 #include "support/system.h"
 #include "support/user.h"
@@ -60,10 +57,11 @@ namespace {
 struct Command {
   const char* name;
   const char* title;  // of what it tells
-  Act prepare;
+  Act prepare;        // none where the command is the tool's start
   Act act;
   int readings;      // of the settings file
   int replacements;  // of the same
+  bool isFirstStart = false;
 };
 
 // What the tool has told of failures. Questions are answered by their default button.
@@ -86,26 +84,19 @@ const Act kTypeOn = [] {
   DoNext({Type("!"), [] { EXPECT_EQ(TextOfFocus(), "Epsilon!"); }, Close()});
 };
 
-// The tool's start once more, in the running program.
-Act StartTheTool() {
-  const auto mainWindow = std::make_shared<std::optional<frmMain>>();
-  const Act start = [=] {
-    mainWindow->emplace();
-    (*mainWindow)->Form_Load();
-    (*mainWindow)->Show();
-  };
-  const Act endSetup = [] {
-    if (CountWindows("frmDoWSetup") == 0) return;
-    EXPECT_EQ(ReadFile(SettingsFile()).find("ModCount"), std::string::npos) << "this is no first start";
-    DoNext({Click("OKButton"), AnswerAll()});
-  };
-  return InTurn({start, AnswerAll(), endSetup, [=] { mainWindow->reset(); }});
-}
+// The setup dialog of a first start.
+const Act kEndSetup = [] {
+  if (CountWindows("frmDoWSetup") == 0) return;
+  EXPECT_EQ(ReadFile(SettingsFile()).find("ModCount"), std::string::npos) << "this is no first start";
+  DoNext({Click("OKButton"), AnswerAll()});
+};
 
 const Act kOpenNewMod = InTurn({Click("cmdNewMod"), Type("Epsilon"), Click("lstDirs", "Zoo")});
 const Act kOpenSetup = InTurn({Click("cmdGoToGames"), Click("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)")});
 // With the file that the file dialog offers.
 const Act kAddGame = InTurn({Click("cmdnew"), Type("Second"), AnswerAll()});
+
+const Act kStart = InTurn({AnswerAll(), kEndSetup});
 
 const Command kCommands[] = {
     {"Activate", "Make Module", Click("lstNotActive", "Beta"), ClickAndAnswer("cmdActivate1"), 1, 1},
@@ -115,8 +106,8 @@ const Command kCommands[] = {
     {"NewMod", "New Mod", kOpenNewMod, InTurn({ClickAndAnswer("OKButton"), kTypeOn}), 1, 1},
     {"AddGame", "New", kOpenSetup, kAddGame, 4, 1},
     {"RemoveGame", "Delete", kOpenSetup, ClickAndAnswer("cmdDelete"), 3, 1},
-    {"Start", "Gantrel", InTurn({}), StartTheTool(), 2, 0},
-    {"FirstStart", "DoW Installation Setup", [] { fs::remove(SettingsFile()); }, StartTheTool(), 4, 1},
+    {"Start", "Gantrel", {}, kStart, 2, 0},
+    {"FirstStart", "DoW Installation Setup", {}, kStart, 4, 1, true},
 };
 
 // What a command leaves, on the disk and on the screen.
@@ -134,9 +125,12 @@ State Try(const Command& command, std::size_t which) {
   fs::current_path(Root());
   SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Beta", "C:\\Beta"}});
   WriteFile(ModuleFile(), "old");
+  WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nNextDirNum=7\n");  // not as it is without
   failures.clear();
   operations.clear();
   wrong = which;
+  isWatched = !command.prepare;
+  if (command.isFirstStart) fs::remove(SettingsFile());
   State state;
   const auto watch = [](bool isNow) -> Act { return [=] { isWatched = isNow; }; };
   const Act endSetup = [&] {
@@ -148,7 +142,8 @@ State Try(const Command& command, std::size_t which) {
     EXPECT_TRUE(IsEnabled("lstGame"));
     state.shown += Shown("lstNotActive");
   };
-  EXPECT_FALSE(Use({command.prepare, watch(true), command.act, watch(false), endSetup, look}));
+  EXPECT_FALSE(
+      Use({command.prepare ? command.prepare : InTurn({}), watch(true), command.act, watch(false), endSetup, look}));
   state.settings = ReadFile(SettingsFile());
   state.module = ReadFile(ModuleFile());
   return state;

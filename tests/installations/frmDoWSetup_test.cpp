@@ -65,6 +65,13 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     SetRegistry({{"<b>x</b> & y", "c:\\games\\D\xD6w"}});
     WriteFile(GameFolder() / "W40K.EXE", "");
   };
+  const auto refuses = [](const fs::path& folder, const std::string& said) -> std::vector<Act> {
+    const Act isSaid = [=] { EXPECT_NE(ShownMessage().value().text.find(said), std::string::npos); };
+    const Act pick = Pick(DriveC() / folder / "W40k.exe");
+    const Act cancel = Press(Key::Escape);  // since the choice goes on
+    return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
+  };
+  const fs::path tooLong = std::string(125, 'x');
   const Row rows[] = {
       {"in the registry's folder, where the dialog starts, as it is spelled on the disk",
        {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")},
@@ -78,7 +85,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
              "AutoPath=0"})},
       {"not after a cancel of the name", {kOpen, Click("cmdnew"), Answer("Cancel")}, kTwo},
       {"not with a taken name", {kOpen, Name("Second"), Sees(taken), Answer("OK")}, kTwo},
-      {"not after a cancel of the file", {kOpen, Name("Third"), Close("")}, kTwo},
+      {"not after a cancel of the file", {kOpen, Name("Third"), Close()}, kTwo},
       {"beside what another program has added meanwhile",
        {kOpen, Name("Third"), Write(three), Pick(Elsewhere())},
        "New (C:\\), First (C:\\), Second (C:\\), Third (" + OnZ() + ")",
@@ -88,6 +95,8 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
        {kOpen, Name("Third"), Write(withThird), Pick(Elsewhere()), Sees(taken), Answer("OK")},
        kTwo,
        withThird},
+      {"not in a folder that the code page cannot spell", refuses(u8"\u017Bycie", "W40k.exe cannot be used"), kTwo},
+      {"nor in one that is cut when it is read", refuses(tooLong / tooLong, "more than 254 characters"), kTwo},
   };
   for (const Row& row : rows) Check(kTwoGames, row);
   Check(Text({"[Games]", "Count=-7"}),
@@ -96,27 +105,6 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
          "Third (" + OnZ() + ")",
          Text({"[Games]", "Count=1", "DoW1=Third", "[Third]", "Path=" + OnZ(), "AutoPath=0"})},
         {{"Dawn of War", "C:\\DoW"}});
-}
-
-TEST(Setup, AFolderThatTheSettingsCannotHoldIsRefused) {
-  constexpr auto kSeparator = static_cast<char>(fs::path::preferred_separator);
-  const std::string tooLong(120, 'x');
-  struct Refused {
-    fs::path folder;
-    std::string said;
-  };
-  const Refused rows[] = {{DriveC() / u8"\u017Bycie", "?ycie" + std::string(1, kSeparator) + "W40k.exe cannot be used"},
-                          {DriveC() / tooLong / tooLong / "0123456789", "more than 254 characters"}};
-  for (const Refused& row : rows) {
-    const Act isRefused = [&] {
-      EXPECT_NE(ShownMessage().value_or(Message()).text.find(row.said), std::string::npos) << row.said;
-    };
-    const Act choiceGoesOn = [] { EXPECT_EQ(ShownMessage().value().title, "Select DoW Path"); };
-    Check(kTwoGames, {"",
-                      {kOpen, Name("Third"), Pick(row.folder / "W40k.exe"), isRefused, Answer("OK"), choiceGoesOn,
-                       Press(Key::Escape)},
-                      kTwo});
-  }
 }
 
 TEST(Setup, RemovesAGameAndKeepsItsMods) {
@@ -136,7 +124,7 @@ TEST(Setup, RemovesAGameAndKeepsItsMods) {
        "A (C:\\), C (C:\\)",
        two},
       {"not for No", {kOpen, select, click, Answer("No")}, all},
-      {"not for the close box", {kOpen, select, click, Close("")}, all},
+      {"not for the close box", {kOpen, select, click, Close()}, all},
       {"nothing is selected", {kOpen, click}, "A (C:\\), " + entry + ", C (C:\\)"},
       {"the one that was asked about, where another program has moved it",
        {kOpen, select, click, Write(later), Answer("Yes")},
@@ -147,27 +135,25 @@ TEST(Setup, RemovesAGameAndKeepsItsMods) {
 }
 
 TEST(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
-  const std::pair<Act, const char*> ways[] = {{Click("OKButton"), "Dawn of War"},
-                                              {Press(Key::Enter), "Dawn of War"},
-                                              {Close(""), "Second"},
-                                              {Press(Key::Escape), "Second"}};
-  for (const auto& way : ways) {
-    const char* const game = way.second;
-    const Act isSelected = [&] { EXPECT_EQ(Selected("lstGame"), game); };
-    Check(TwoGames(), {game, {kChooseSecond, kOpen, way.first, isSelected}, "Other | ()"});
-  }
+  const Act reloaded = Shows("lstGame", "[Dawn of War], Second");
+  const Act asItWas = Shows("lstGame", "Dawn of War, [Second]");
+  const Row rows[] = {
+      {"OK", {kChooseSecond, kOpen, Click("OKButton"), reloaded}, "Other | ()"},
+      {"Enter", {kChooseSecond, kOpen, Press(Key::Enter), reloaded}, "Other | ()"},
+      {"the close box", {kChooseSecond, kOpen, Close(), asItWas}, "Other | ()"},
+      {"Escape", {kChooseSecond, kOpen, Press(Key::Escape), asItWas}, "Other | ()"},
+  };
+  for (const Row& row : rows) Check(TwoGames(), row);
 }
 
 TEST(Setup, TheMainWindowIsOutOfUseUntilItHasEnded) {
-  const auto isInUse = [](bool isEnabled) -> Act { return [=] { EXPECT_EQ(IsEnabled("lstGame"), isEnabled); }; };
   const Act isRefused = [] {
     EXPECT_EQ(CountWindows("frmMain"), 1) << "it refuses to be closed";
     EXPECT_EQ(CountWindows("frmDoWSetup"), 1) << "and opens no second dialog";
   };
   const Act isInFront = Focused("OKButton");  // again
   Try(FourMods(), {"",
-                   {kOpen, isInUse(false), kOpen, isInFront, Close("frmMain"), isRefused, Click("OKButton"),
-                    isInUse(true), Focused("lstGame")},
+                   {kOpen, kOpen, isInFront, Close("frmMain"), isRefused, Click("OKButton"), Focused("lstGame")},
                    "Beta, Delta | Alpha, Gamma"});
 }
 

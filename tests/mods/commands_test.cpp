@@ -109,7 +109,7 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
        "Beta | Alpha, Gamma",
        Settings(3, {kAlpha, kBeta, kGamma, kDelta})},
       {"not for Cancel", {selectBeta, click, Answer("Cancel")}, "[Beta], Delta | Alpha, Gamma"},
-      {"not for the close box", {selectBeta, click, Close("")}, "[Beta], Delta | Alpha, Gamma"},
+      {"not for the close box", {selectBeta, click, Close()}, "[Beta], Delta | Alpha, Gamma"},
       {"nothing is selected", {click}, "Beta, Delta | Alpha, Gamma"},
       {"no question about one that is no longer registered",
        {selectBeta, Write(renamed), click},

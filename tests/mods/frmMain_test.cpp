@@ -16,7 +16,7 @@ using namespace support;
 namespace {
 
 TEST(MainWindow, ShowsTheSettings) {
-  struct Shows {
+  struct Screen {
     const char* rule;
     std::string settings;
     std::string games;
@@ -27,7 +27,7 @@ TEST(MainWindow, ShowsTheSettings) {
   const Names ofActive = {"cmdDeactivate1", "cmdDeactivateAll", "cmdMoveDown", "cmdMoveUp"};
   Names all = ofAvailable;
   all.insert(all.end(), ofActive.begin(), ofActive.end());
-  const Shows rows[] = {
+  const Screen rows[] = {
       {"mods by their numbers", FourMods(), "[Dawn of War]", "Beta, Delta | Alpha, Gamma", {}},
       {"no mods", Settings(0, {}), "[Dawn of War]", "() | ()", all},
       {"a single active mod is not moved",
@@ -45,15 +45,15 @@ TEST(MainWindow, ShowsTheSettings) {
        Text({"[Games]", "Count=1", "DoW1=<b>x</b> & y", "[<b>x</b> & y]", "ModCount=1", "[<b>x</b> & y.1]", "Name=&z"}),
        "[<b>x</b> & y]", "&z | ()", ofActive},
   };
-  for (const Shows& row : rows) {
+  for (const Screen& row : rows) {
     Check(row.settings, {row.rule,
-                         {[&] {
-                           EXPECT_EQ(Shown("lstGame"), row.games);
-                           Names disabled;
-                           std::ranges::remove_copy_if(all, std::back_inserter(disabled), IsEnabled);
-                           EXPECT_EQ(disabled, row.disabled);
-                           EXPECT_TRUE(IsEnabled("cmdNewMod") && IsEnabled("cmdGoToGames"));
-                         }},
+                         {Shows("lstGame", row.games),
+                          [&] {
+                            Names disabled;
+                            std::ranges::remove_copy_if(all, std::back_inserter(disabled), IsEnabled);
+                            EXPECT_EQ(disabled, row.disabled);
+                            EXPECT_TRUE(IsEnabled("cmdNewMod") && IsEnabled("cmdGoToGames"));
+                          }},
                          row.lists});
   }
 }

@@ -24,7 +24,7 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
   const std::string noGame = Text({"[Games]", "Count=0"});
   const auto listed = [](const std::string& name) { return "Beta, Delta, " + name + " | Alpha, Gamma"; };
   const std::string asBefore = "Beta, Delta | Alpha, Gamma";
-  const Act seesFolders = [] { EXPECT_EQ(Entries("lstDirs"), (Names{"b", "B\xE4r", "Data", "data2", "Zoo"})); };
+  const Act seesFolders = Shows("lstDirs", "b, B\xE4r, Data, data2, Zoo");
   const Row rows[] = {
       {"with its folders in the order of the list, and without a character that the code page lacks",
        {open, seesFolders, Type(" N\xE9w & <i>"), Paste(u"\u65E5\U0001F600\u20AC"), Click("lstDirs", "Zoo"),
@@ -48,7 +48,7 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
       {"not after Cancel", {open, Type("New"), Click("CancelButton")}, asBefore},
       {"not after Escape", {open, Type("New"), Press(Key::Escape)}, asBefore},
       {"not for a game that went meanwhile",
-       {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close("")},
+       {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close()},
        asBefore,
        noGame},
   };
@@ -70,12 +70,13 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
                          Section("5", {"New", "0"}) + Text({"[Second.2]", "Name=Twin", "Active=0", "DirCount=0"})});
   Check(noGame, {"not without a game", {open, Sees(kNoGame), Answer("OK")}, "() | ()"});
   Check(With(FourMods(), "D\xF6W\\", "D\xF6W"),
-        {"a folder without its last backslash is the same folder", {open, seesFolders, Close("")}, asBefore});
+        {"a folder without its last backslash is the same folder", {open, seesFolders, Close()}, asBefore});
 }
 
-TEST_F(WithFourMods, ANewModNeedsNoFolderAndTheToolEndsWithItsLastDialog) {
-  fs::remove_all(GameFolder());
-  const Act look = [] { EXPECT_EQ(Shown("lstDirs"), "(Folder not found:\nC:\\Games\\D\xF6W\\W40k)"); };
+TEST(NewMod, NeedsNoFolderAndTheToolEndsWithItsLastDialog) {
+  Reset();
+  WriteFile(SettingsFile(), FourMods());
+  const Act look = Shows("lstDirs", "(Folder not found:\nC:\\Games\\D\xF6W\\W40k)");
   EXPECT_EQ(Use({Click("cmdNewMod"), look, Close("frmMain"), Type("New"), Click("OKButton")}), 0);
   EXPECT_EQ(ReadFile(SettingsFile()), AndFifth({"New", "0"}));
 }

@@ -13,16 +13,19 @@ using namespace support;
 
 namespace {
 
-void WriteMakeIni(const std::string& text) { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\n" + text); }
+const std::string kLists = "Beta, Delta | Alpha, Gamma";
 
-// Writes the module file by the one command that changes nothing else.
-void WriteModule() { EXPECT_FALSE(Use({Click("cmdActivate1")})); }
+Act WriteMakeIni(const std::string& text) {
+  return [=] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\n" + text); };
+}
 
-TEST_F(WithFourMods, TheFoldersOfTheHighestNumberComeFirstAlsoThoseThatAreMissing) {
-  WriteMakeIni("NextDirNum=2147483647\n");
+// By the one command that changes nothing else.
+const Act kWriteModule = Click("cmdActivate1");
+
+TEST(ModuleWriter, TheFoldersOfTheHighestNumberComeFirstAlsoThoseThatAreMissing) {
   const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
-  WriteFile(SettingsFile(), With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", ""));
-  WriteModule();
+  const std::string settings = With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", "");
+  Try(settings, {"", {WriteMakeIni("NextDirNum=2147483647\n"), kWriteModule}, "Beta | Alpha, Gamma, Delta"});
   const Names folders = {"d 1", "", "d%3%", "GammaData", "GammaSound", "AlphaData"};
   EXPECT_EQ(ReadFile(ModuleFile()), Module(folders, 2147483647));
 }
@@ -31,31 +34,31 @@ TEST(ModuleWriter, AModsFlagMustBe1AndACountThatIsNoneIsWhatIsThere) {
   const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
   const std::string settings = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
   Check(With(settings, "DirCount=2", "DirCount=none"), {"also without Make.ini",
-                                                        {removeMakeIni, Click("cmdActivate1")},
+                                                        {removeMakeIni, kWriteModule},
                                                         "Beta | Alpha, Gamma",
                                                         {},
                                                         Names{"GammaData", "GammaSound"}});
 }
 
 // Of the templates every byte is kept but the ends of their lines; a line feed alone is none.
-TEST_F(WithFourMods, MakeIniNamesTheFiles) {
-  WriteMakeIni("Outfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
-  WriteFile(ExecutableFolder() / "sub" / "top.txt", "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3));
-  WriteFile(ExecutableFolder() / "sub" / "end.txt", "end");
-  WriteModule();
-  EXPECT_FALSE(fs::exists(ModuleFile()));
+TEST(ModuleWriter, MakeIniNamesTheFiles) {
+  const Act writeTemplates = [] {
+    const fs::path folder = ExecutableFolder() / "sub";
+    WriteFile(folder / "top.txt", "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3));
+    WriteFile(folder / "end.txt", "end");
+  };
+  const Act makeIni = WriteMakeIni("Outfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
+  Check(FourMods(), {"", {makeIni, writeTemplates, kWriteModule}, kLists});
   EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
             Text({"top ", "", "", "a\nb", std::string("\0\x1A", 2), "DataFolder.5 = GammaData",
                   "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
 }
 
-TEST_F(WithFourMods, TheModuleFileIsFoundInAnySpellingAndOnAnyDrive) {
-  WriteFile(GameFolder() / "uLVANE.MODULE", "");
+TEST(ModuleWriter, TheModuleFileIsFoundInAnySpellingAndOnAnyDrive) {
+  const Act writeOld = [] { WriteFile(GameFolder() / "uLVANE.MODULE", "old"); };
   for (const std::string& drive : OtherNamesOfDriveC()) {
     const std::string path = drive + "GAMES\\d\xD6w\\";
-    WriteFile(GameFolder() / "uLVANE.MODULE", "old");
-    WriteFile(SettingsFile(), With(FourMods(), "C:\\Games\\D\xF6W\\", path));
-    WriteModule();
+    Try(With(FourMods(), "C:\\Games\\D\xF6W\\", path), {path.c_str(), {writeOld, kWriteModule}, kLists});
     EXPECT_NE(ReadFile(GameFolder() / "uLVANE.MODULE"), "old") << path;
     EXPECT_FALSE(IsSpelledSo(ModuleFile())) << "a second file that differs in letter case alone";
   }
@@ -63,7 +66,7 @@ TEST_F(WithFourMods, TheModuleFileIsFoundInAnySpellingAndOnAnyDrive) {
 
 TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
   const std::string renamed = With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed");
-  Check(FourMods(), {"", {Write(renamed), Click("cmdActivate1"), Sees({})}, "Beta, Delta | Alpha, Gamma", renamed});
+  Check(FourMods(), {"", {Write(renamed), kWriteModule, Sees({})}, kLists, renamed});
 }
 
 TEST(ModuleWriter, AFailureIsSaid) {
@@ -72,14 +75,11 @@ TEST(ModuleWriter, AFailureIsSaid) {
   // From the game's folder to the tool's.
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
   const std::string ownFile = " could not be written: It is one of Gantrel's own files.";
-  const auto tryFailure = [](const std::string& settings, const std::string& makeIni, const std::string& said) {
-    const Act damage = [&] {
-      WriteFile(GameFolder() / "W40k.exe", "MZ");
-      WriteMakeIni(makeIni);
-    };
+  const Act writeProgram = [] { WriteFile(GameFolder() / "W40k.exe", "MZ"); };
+  const auto tryFailure = [&](const std::string& settings, const std::string& makeIni, const std::string& said) {
     const Message message = {"Make Module", said + "\n\nThe module file was left as it was.", "critical", {"OK"}};
     Check(settings,
-          {said.c_str(), {damage, Click("cmdActivate1"), Sees(message), Answer("OK")}, "Beta, Delta | Alpha, Gamma"});
+          {said.c_str(), {writeProgram, WriteMakeIni(makeIni), kWriteModule, Sees(message), Answer("OK")}, kLists});
   };
   tryFailure(
       FourMods(), "Header=TOP\n",

@@ -86,11 +86,6 @@ inline void ResetWithFourMods() {
   WriteFile(SettingsFile(), FourMods());
 }
 
-class WithFourMods : public testing::Test {
- protected:
-  void SetUp() override { ResetWithFourMods(); }
-};
-
 // Of two games.
 inline const Act kChooseSecond = InTurn({GoTo("lstGame"), Press(Key::Down)});
 inline Act Sees(const std::optional<Message>& message) {
@@ -114,6 +109,10 @@ inline std::string Shown(const std::string& list) {
     shown += !selected.empty() && entry == selected ? "[" + entry + "]" : entry;
   }
   return shown;
+}
+
+inline Act Shows(const std::string& list, const std::string& shown) {
+  return [=] { EXPECT_EQ(Shown(list), shown); };
 }
 
 // What the user sees in the end, and what is then on the disk.
