@@ -8,7 +8,6 @@
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
-#include <vector>
 
 #include "platform/paths.h"
 #include "support/system.h"
@@ -22,15 +21,22 @@ constexpr const char* kProgram = "gantrel-test.exe";  // the ending is Windows's
 constexpr const char* kIsCopy = "GANTREL_TEST_IS_COPY";
 
 // Also what is read-only; but for `kept`, and the folders above it.
-void RemoveAllBut(const fs::path& kept, const std::vector<fs::path>& paths) {
-  for (const fs::path& path : paths) {
-    if (path == kept) continue;
-    if (!fs::is_symlink(path)) {
-      fs::permissions(path, fs::perms::owner_all, fs::perm_options::add);
-      if (fs::is_directory(path)) RemoveAllBut(kept, {fs::directory_iterator(path), fs::directory_iterator()});
+void Remove(const fs::path& path, const fs::path& kept) {
+  if (path == kept) return;
+  if (!fs::is_symlink(path)) {
+    fs::permissions(path, fs::perms::owner_all, fs::perm_options::add);
+    if (fs::is_directory(path)) {
+      for (const auto& entry : fs::directory_iterator(path)) Remove(entry.path(), kept);
     }
-    std::error_code isNotEmpty;
-    fs::remove(path, isNotEmpty);
+  }
+  std::error_code isNotEmpty;
+  fs::remove(path, isNotEmpty);
+}
+
+// On a drive C: that is not below the root, the tests have two folders more.
+void RemoveAllBut(const fs::path& kept) {
+  for (const fs::path& path : {Root(), DriveC() / "Games", ExecutableFolder().parent_path()}) {
+    if (fs::exists(path)) Remove(path, kept);
   }
 }
 
@@ -40,7 +46,7 @@ fs::path ExecutableFolder() { return DriveC() / u8"My T\u00F6\u00F6ls" / "Gantre
 fs::path SettingsFile() { return ExecutableFolder() / "Ulvane.ini"; }
 
 void Reset() {
-  RemoveAllBut(ExecutableFolder() / kProgram, Ours());
+  RemoveAllBut(ExecutableFolder() / kProgram);
   fs::create_directories(Root());
   MakeDrives();
   SetRegistry({});
@@ -61,7 +67,7 @@ int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int, char**))
   const QStringList others(arguments + 1, arguments + argumentCount);
   const int result = QProcess::execute(QString::fromStdU16String(copy.u16string()), others);
   SetRegistry({});
-  RemoveAllBut({}, Ours());
+  RemoveAllBut({});
   return result;
 }
 

@@ -30,10 +30,9 @@ void AskToQuit();
 // The time for which the program has kept the processor busy.
 double ProcessorSeconds();
 
-// The system's part of the program's own folder: where it is, which is asked for once; what is there by now of which
-// the tests may remove all; and the drives in it. Ends the program where it may have none.
+// The system's part of the program's own folder: where it is, which is asked for once, and the drives in it. Ends the
+// program where it may have none.
 void MakeRoot();
-std::vector<std::filesystem::path> Ours();
 void MakeDrives();
 
 }  // namespace support

@@ -312,15 +312,11 @@ Act SwitchToAnotherProgram() {
 
 Act ClickWhile(const std::string& button, const std::string& list, const std::string& other) {
   // In this order: the toolkit's own click lets events in on some systems.
-  const auto meanwhile = [=] {
-    const Place place = PlaceOf(other, "");
-    QWindow* const window = place.widget.window()->windowHandle();
-    window->close();
-    const QPoint point = place.widget.mapTo(place.widget.window(), place.point);
-    QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, point);
+  const Act meanwhile = [=] {
+    Close()();
+    Click(other)();
   };
-  const auto later = [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); };
-  return Watch(list, later, Click(button));
+  return Watch(list, [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); }, Click(button));
 }
 
 Act Watch(const std::string& list, const Act& look, const Act& act) {

@@ -59,8 +59,6 @@ void MakeRoot() {
   setenv("HOME", (root + "/home").c_str(), 1);
 }
 
-std::vector<fs::path> Ours() { return {Root()}; }
-
 void MakeDrives() {
   fs::create_directories(Root() / "home");
   fs::create_directories(Prefix() / "dosdevices");

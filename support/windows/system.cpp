@@ -1,6 +1,5 @@
 #include "support/system.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdio>
@@ -12,18 +11,10 @@
 
 namespace fs = std::filesystem;
 
-// The settings hold paths on drive C:, and the registry is one for the whole machine, so the tests take both for
-// themselves. Whoever starts them says by an environment variable that the machine is there for that.
+// The settings hold paths on drive C:, and the registry is one for the whole machine, so the tests take a part of both
+// for themselves. Whoever starts them says by an environment variable that the machine is there for that.
 namespace support {
 namespace {
-
-std::vector<fs::path> OnDriveC() {
-  std::vector<fs::path> paths;
-  for (const auto& entry : fs::directory_iterator(DriveC())) paths.push_back(entry.path());
-  return paths;
-}
-
-const std::vector<fs::path> kBefore = OnDriveC();  // the start of the program
 
 std::string KeyIn(View view) { return view == View::Bits32 ? "Software\\Wow6432Node\\THQ" : "Software\\THQ"; }
 
@@ -54,19 +45,11 @@ fs::path DriveC() { return L"C:\\"; }
 void MakeRoot() {
   if (std::getenv("GANTREL_TEST_MACHINE") != nullptr) return;
   std::fputs(
-      "The tests put games on drive C: and into the registry, and remove them again. On a machine where nothing of\n"
-      "that can be lost, set GANTREL_TEST_MACHINE to 1.\n",
+      "The tests remove C:\\Games and what the registry knows of the game, and put their own there. On a machine "
+      "where\n"
+      "nothing of that can be lost, set GANTREL_TEST_MACHINE to 1.\n",
       stderr);
   std::exit(EXIT_FAILURE);
-}
-
-std::vector<fs::path> Ours() {
-  std::vector<fs::path> ours = OnDriveC();
-  std::erase_if(ours, [](const fs::path& path) {
-    const bool isOwn = path == Root() || path == ExecutableFolder().parent_path();
-    return !isOwn && std::ranges::find(kBefore, path) != kBefore.end();
-  });
-  return ours;
 }
 
 void MakeDrives() {}

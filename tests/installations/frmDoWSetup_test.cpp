@@ -67,7 +67,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
   };
   const auto refuses = [](const fs::path& folder, const std::string& said) -> std::vector<Act> {
     const Act isSaid = [=] { EXPECT_NE(ShownMessage().value().text.find(said), std::string::npos); };
-    const Act pick = Pick(DriveC() / folder / "W40k.exe");
+    const Act pick = Pick(GameFolder() / folder / "W40k.exe");
     const Act cancel = Press(Key::Escape);  // since the choice goes on
     return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
   };
