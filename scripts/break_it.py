@@ -262,7 +262,7 @@ BREAKS = {
          "a key acts before the lists follow the selector"),
         ("if (hasFocus()) {", "if (!hasFocus()) {", "the wheel chooses a game without the focus"),
         ("option->state |= QStyle::State_Active;", "", "a selected row is pale without the focus"),
-        ("if (Selected() != position) native_->clearSelection();", "", "selecting none selects"),
+        ("Select(int position) const { native_->setCurrentRow(position); }", "Select(int) const {}", "nothing is selected"),
         ("if (native_->item(i)->isSelected()) ", "", "all folders are a new mod's"),
         ("const { native_->ShowNow(); }", "const {}", "a long command shows nothing of its work"),
         ("(FromUtf16Exactly(one.toStdU16String()) ? kept : leftOut)", "kept", "what no file can spell is typed as it is"),

@@ -185,6 +185,8 @@ QKeyCombination Combination(Key key) {
 
 std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text().remove('&')); }
 
+QString WithoutMarkup(const QString& text) { return QTextDocumentFragment::fromHtml(text).toPlainText(); }
+
 }  // namespace
 
 std::optional<int> Use(const std::vector<Act>& acts) {
@@ -316,7 +318,8 @@ Act ClickWhile(const std::string& button, const std::string& list, const std::st
     Close()();
     Click(other)();
   };
-  return Watch(list, [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); }, Click(button));
+  const auto later = [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); };
+  return Watch(list, later, Click(button));
 }
 
 Act Watch(const std::string& list, const Act& look, const Act& act) {
@@ -336,7 +339,9 @@ std::optional<Message> ShownMessage() {
   const auto* const box = qobject_cast<const QMessageBox*>(dialog);
   Message message;
   message.title = FromQt(dialog->windowTitle());
-  message.text = FromQt(box != nullptr ? box->text() : dialog->findChild<QLabel*>()->text());
+  const QString text = box != nullptr ? box->text() : dialog->findChild<QLabel*>()->text();
+  const bool isPlain = box == nullptr || box->textFormat() == Qt::PlainText;
+  message.text = FromQt(isPlain ? text : WithoutMarkup(text));
   if (box != nullptr) message.icon = kIcons.at(static_cast<std::size_t>(box->icon()));
   for (const bool isDefault : {true, false}) {
     for (const QPushButton* const button : dialog->findChildren<QPushButton*>()) {
@@ -370,9 +375,14 @@ std::string EmptyText(const std::string& list) {
 
 std::string Font(const std::string& control) { return FromQt(QFontInfo(Control(control).font()).family()); }
 
+std::string Size(const std::string& window) {
+  const QSize size = Windows(window).at(0)->size();
+  return std::to_string(size.width()) + "x" + std::to_string(size.height());
+}
+
 bool IsEnabled(const std::string& control) { return Control(control).isEnabled(); }
 
-std::string ToolTip() { return FromQt(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText()); }
+std::string ToolTip() { return FromQt(WithoutMarkup(QToolTip::text())); }
 
 bool IsPointerBusy() {
   const QCursor* const pointer = QApplication::overrideCursor();

@@ -64,6 +64,7 @@ std::vector<std::string> Entries(const std::string& list);
 std::string Selected(const std::string& list);   // its text; empty when no entry is
 std::string EmptyText(const std::string& list);  // what it shows in the place of entries
 std::string Font(const std::string& control);    // the family that it is drawn with
+std::string Size(const std::string& window);     // in pixels
 bool IsEnabled(const std::string& control);
 bool IsPointerBusy();
 std::string ToolTip();

@@ -280,10 +280,7 @@ void ListBox::Fill(const std::vector<std::string>& entries) const {
 
 int ListBox::Count() const { return native_->count(); }
 
-void ListBox::Select(int position) const {
-  native_->setCurrentRow(position);
-  if (Selected() != position) native_->clearSelection();
-}
+void ListBox::Select(int position) const { native_->setCurrentRow(position); }
 
 int ListBox::Selected() const {
   const auto selected = native_->selectionModel()->selectedRows();

@@ -121,11 +121,12 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
        renamed},
   };
   for (const Row& row : rows) Check(FourMods(), row);
-  Check(Settings(2, {kBeta}) + Text({"[Dawn of War.2]"}),
-        {"what is missing is written with its default",
-         {selectBeta, click, Answer("OK")},
-         "Unknown | ()",
-         Settings(1, {{"Unknown", "0", {}, kBeta.folders}}) + Text({"[Dawn of War.2]"})});
+  const std::string second = Text({"[Dawn of War.2]"});
+  const Message ofMarkup = {"Delete Mod", "Really delete '<b>x'?", "", question.buttons};
+  Check(Settings(2, {{"<b>x", "0"}}) + second, {"a name is plain text, and what is missing is written with its default",
+                                                {Click("lstNotActive", "<b>x"), click, Sees(ofMarkup), Answer("OK")},
+                                                "Unknown | ()",
+                                                Settings(1, {{"Unknown", "0"}}) + second});
 }
 
 TEST(Commands, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {

@@ -102,14 +102,20 @@ TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
                    "Beta, Delta | Alpha, Gamma"});
 }
 
+TEST(MainWindow, HasItsSizeAndFont) {
+  const Act look = [] {
+    EXPECT_EQ(Size("frmMain"), "426x353");
+    const std::string font = Font("lstActive");
+    EXPECT_TRUE(font == "Comic Sans MS" || font == "Comic Neue") << font;
+  };
+  Try(FourMods(), {"", {look}, "Beta, Delta | Alpha, Gamma"});
+}
+
 TEST(MainWindow, TheTabKeyGoesRoundInTheOrderOfTheWindow) {
   const Names order = {"lstGame",        "lstNotActive",     "lstActive", "cmdActivate1", "cmdDeactivate1",
                        "cmdActivateAll", "cmdDeactivateAll", "cmdMoveUp", "cmdMoveDown",  "cmdNewMod",
                        "cmdDeleteMod",   "cmdGoToGames",     "lstGame"};
-  std::vector<Act> acts = {[] {
-    const std::string font = Font("lstActive");
-    EXPECT_TRUE(font == "Comic Sans MS" || font == "Comic Neue") << font;
-  }};
+  std::vector<Act> acts;
   for (const std::string& control : order) {
     acts.push_back(Focused(control));
     acts.push_back(Press(Key::Tab));

@@ -61,6 +61,7 @@ TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
       {"F5 leaves the selector, and the lists follow",
        {kChooseSecond, Press(Key::F5), Focused("lstNotActive")},
        "Other | ()"},
+      {"and so does a key that clicks", {kChooseSecond, Press(Key::Insert), Press(Key::Escape)}, "Other | ()"},
       {"F5 anywhere else reads the files anew",
        {GoTo("cmdNewMod"), Write(renamed), Press(Key::F5), Focused("cmdNewMod")},
        "Renamed, Delta | Alpha, Gamma"},
