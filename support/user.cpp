@@ -26,6 +26,7 @@
 #include <deque>
 #include <exception>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -351,7 +352,16 @@ std::optional<Message> ShownMessage() {
   return message;
 }
 
-int CountWindows(const std::string& window) { return static_cast<int>(Windows(window).size()); }
+int CountWindows(const std::string& window) {
+  std::set<std::pair<int, int>> places;
+  for (const QWidget* const each : Windows(window)) places.emplace(each->x(), each->y());
+  return static_cast<int>(places.size());
+}
+
+bool Exists(const std::string& window) {
+  return std::ranges::any_of(QApplication::topLevelWidgets(),
+                             [&](const QWidget* each) { return FromQt(each->objectName()) == window; });
+}
 
 std::vector<std::string> Entries(const std::string& list) {
   const auto* const dropDown = qobject_cast<const QComboBox*>(&Control(list));
@@ -373,12 +383,18 @@ std::string EmptyText(const std::string& list) {
   return box == nullptr ? "" : FromQt(box->emptyText);
 }
 
-std::string Font(const std::string& control) { return FromQt(QFontInfo(Control(control).font()).family()); }
-
-std::string Size(const std::string& window) {
-  const QSize size = Windows(window).at(0)->size();
-  return std::to_string(size.width()) + "x" + std::to_string(size.height());
+std::string Font(const std::string& control) {
+  const QFontInfo font(Control(control).font());
+  return FromQt(font.family()) + " " + std::to_string(font.pixelSize());
 }
+
+std::string FixedSize(const std::string& window) {
+  const QWidget& widget = *Windows(window).at(0);
+  const QSize size = widget.maximumSize();
+  return widget.minimumSize() != size ? "" : std::to_string(size.width()) + "x" + std::to_string(size.height());
+}
+
+std::string SpokenName(const std::string& control) { return FromQt(Control(control).accessibleName()); }
 
 bool IsEnabled(const std::string& control) { return Control(control).isEnabled(); }
 

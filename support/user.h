@@ -58,13 +58,15 @@ struct Message {
 };
 
 // What the screen shows, for acts to look at.
-std::optional<Message> ShownMessage();  // or other dialog
-int CountWindows(const std::string& window);
+std::optional<Message> ShownMessage();        // or other dialog
+int CountWindows(const std::string& window);  // those on the screen; of several at one place, one
+bool Exists(const std::string& window);       // there, or in memory
 std::vector<std::string> Entries(const std::string& list);
-std::string Selected(const std::string& list);   // its text; empty when no entry is
-std::string EmptyText(const std::string& list);  // what it shows in the place of entries
-std::string Font(const std::string& control);    // the family that it is drawn with
-std::string Size(const std::string& window);     // in pixels
+std::string Selected(const std::string& list);       // its text; empty when no entry is
+std::string EmptyText(const std::string& list);      // what it shows in the place of entries
+std::string Font(const std::string& control);        // that it is drawn with, and its pixels
+std::string SpokenName(const std::string& control);  // by a screen reader
+std::string FixedSize(const std::string& window);    // in pixels; empty when the user can change it
 bool IsEnabled(const std::string& control);
 bool IsPointerBusy();
 std::string ToolTip();

@@ -102,11 +102,12 @@ TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
                    "Beta, Delta | Alpha, Gamma"});
 }
 
-TEST(MainWindow, HasItsSizeAndFont) {
+TEST(MainWindow, HasItsSizeFontAndSpokenNames) {
   const Act look = [] {
-    EXPECT_EQ(Size("frmMain"), "426x353");
+    EXPECT_EQ(FixedSize("frmMain"), "426x353");
+    EXPECT_EQ(SpokenName("cmdGoToGames"), "DoW Installation Setup");
     const std::string font = Font("lstActive");
-    EXPECT_TRUE(font == "Comic Sans MS" || font == "Comic Neue") << font;
+    EXPECT_TRUE(font == "Comic Sans MS 12" || font == "Comic Neue 12") << font;
   };
   Try(FourMods(), {"", {look}, "Beta, Delta | Alpha, Gamma"});
 }

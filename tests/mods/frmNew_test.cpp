@@ -63,8 +63,9 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
                            {open, Type("New"), enter},
                            "New | ()",
                            Settings(1, {{"New", "0"}})});
+  const Act seesBoth = [] { EXPECT_EQ(CountWindows("frmNew"), 2); };
   Check(TwoGames(), {"dialogs are independent, and write to the game then selected",
-                     {open, Type("Twin"), open, Type("New"), ok, kChooseSecond, ok},
+                     {open, Type("Twin"), open, seesBoth, Type("New"), ok, kChooseSecond, ok},
                      "Other, Twin | ()",
                      With(With(TwoGames(), "ModCount=4", "ModCount=5"), "ModCount=1", "ModCount=2") +
                          Section("5", {"New", "0"}) + Text({"[Second.2]", "Name=Twin", "Active=0", "DirCount=0"})});

@@ -132,7 +132,7 @@ inline void Try(const std::string& settings, const Row& row, const std::vector<I
   WriteFile(SettingsFile(), settings);
   const Act look = [&] {
     EXPECT_FALSE(ShownMessage());
-    EXPECT_EQ(CountWindows("frmNew"), 0);
+    EXPECT_FALSE(Exists("frmNew"));
     const bool isInSetup = CountWindows("frmDoWSetup") > 0;
     EXPECT_EQ(isInSetup ? Shown("lstGames") : Shown("lstNotActive") + " | " + Shown("lstActive"), row.lists);
   };
