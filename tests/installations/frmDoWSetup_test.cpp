@@ -71,7 +71,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     const Act cancel = Press(Key::Escape);  // since the choice goes on
     return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
   };
-  const fs::path tooLong = std::string(125, 'x');
+  const fs::path tooLong = std::string(120, 'x');
   const Row rows[] = {
       {"in the registry's folder, where the dialog starts, as it is spelled on the disk",
        {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")},
