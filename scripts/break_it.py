@@ -89,7 +89,7 @@ BREAKS = {
         ('"Count", count - 1', '"Count", count', "a removed game still counts"),
         ("schema::GameKey(i - 1), ", "schema::GameKey(i), ", "later games do not move down"),
         ("answer == platform::Answer::No", "false", "a game is removed in spite of No"),
-        ("if (done_) return;", "", "the setup dialog never closes"),
+        ("done_ = true;\n  Cancel", "Cancel", "the close box does not end the wait"),
         ("mainWindow_->RefreshGames();", "", "OK does not refill the selector"),
         ("!chosen || IsRefused(name)", "!chosen", "a game that was added meanwhile is added again"),
         (".folder = RegisteredFolder(name)", '.folder = ""', "the file dialog opens elsewhere"),
