@@ -8,8 +8,8 @@
 
 It works on a copy of the files as they are now, in build/break_it/, so nothing here is touched. Of each way there is one
 line in the list below: a text that its file holds exactly once, what to put in its place, and what is wrong then. One
-that no longer fits is said at the end, and so is each that no test saw. What is in platform/windows/ only the tests on
-Windows can see: of those it says only whether they fit.
+that no longer fits is said at the end, and so is each that no test saw; three of those are to be looked for by eye. What
+is in platform/windows/ only the tests on Windows can see: of those it says only whether they fit.
 """
 
 import os
@@ -252,7 +252,7 @@ BREAKS = {
     "platform/qt/application.cpp": [
         (" && running->isInMainLoop) Quit();", ") Quit();", "the program ends with the first setup dialog"),
         ("while (!isDone() && !IsQuitting())", "while (!isDone())", "the program cannot be ended from the setup dialog"),
-        ("QEventLoop::ExcludeUserInputEvents", "QEventLoop::AllEvents", "clicks act in the middle of a command"),
+        ("QEventLoop::ExcludeUserInputEvents", "QEventLoop::AllEvents", "clicks act in the middle of a command, by eye"),
         ("IsDroppingInput() && IsPressed(*event)", "false", "what is pressed while a command runs acts after it"),
         (" || IsHeldDown(*event)", "", "a key that is held down clicks again and again"),
     ],
@@ -261,10 +261,10 @@ BREAKS = {
         ("if (dynamic_cast<NativeDropDownList*>(native->window()->focusWidget()) != nullptr) native->setFocus();", "",
          "a key acts before the lists follow the selector"),
         ("if (hasFocus()) {", "if (!hasFocus()) {", "the wheel chooses a game without the focus"),
-        ("option->state |= QStyle::State_Active;", "", "a selected row is pale without the focus"),
+        ("option->state |= QStyle::State_Active;", "", "a selected row is pale without the focus, by eye"),
         ("Select(int position) const { native_->setCurrentRow(position); }", "Select(int) const {}", "nothing is selected"),
         ("if (native_->item(i)->isSelected()) ", "", "all folders are a new mod's"),
-        ("const { native_->ShowNow(); }", "const {}", "a long command shows nothing of its work"),
+        ("const { native_->ShowNow(); }", "const {}", "a long command shows nothing of its work, by eye"),
         ("(FromUtf16Exactly(one.toStdU16String()) ? kept : leftOut)", "kept", "what no file can spell is typed as it is"),
         ("native_->fills != nullptr) native_->fills->setFocus();", "false) {}", "the focus goes with a button that is disabled"),
         ("isArrow && selectionMode() == SingleSelection", "false", "an arrow passes over the entry where nothing is selected"),

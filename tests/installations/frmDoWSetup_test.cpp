@@ -71,7 +71,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     const Act cancel = Press(Key::Escape);  // since the choice goes on
     return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
   };
-  const fs::path tooLong = std::string(120, 'x');
+  const std::string longName(120, 'x');
   const Row rows[] = {
       {"in the registry's folder, where the dialog starts, as it is spelled on the disk",
        {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")},
@@ -96,7 +96,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
        kTwo,
        withThird},
       {"not in a folder that the code page cannot spell", refuses(u8"\u017Bycie", "W40k.exe cannot be used"), kTwo},
-      {"nor in one that is cut when it is read", refuses(tooLong / tooLong, "more than 254 characters"), kTwo},
+      {"nor in one that is cut when it is read", refuses(fs::path(longName) / longName, "more than 254 characters"), kTwo},
   };
   for (const Row& row : rows) Check(kTwoGames, row);
   Check(Text({"[Games]", "Count=-7"}),

@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 #include "support/user.h"
 #include "tests/support/game.h"
 
-namespace fs = std::filesystem;
 using namespace support;
 
 namespace {
