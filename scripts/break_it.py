@@ -252,6 +252,7 @@ BREAKS = {
     "platform/qt/application.cpp": [
         (" && running->isInMainLoop) Quit();", ") Quit();", "the program ends with the first setup dialog"),
         ("while (!isDone() && !IsQuitting())", "while (!isDone())", "the program cannot be ended from the setup dialog"),
+        ("QEventLoop::WaitForMoreEvents", "QEventLoop::AllEvents", "the setup dialog's wait keeps the processor busy"),
         ("QEventLoop::ExcludeUserInputEvents", "QEventLoop::AllEvents", "clicks act in the middle of a command, by eye"),
         ("IsDroppingInput() && IsPressed(*event)", "false", "what is pressed while a command runs acts after it"),
         (" || IsHeldDown(*event)", "", "a key that is held down clicks again and again"),

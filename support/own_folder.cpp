@@ -2,7 +2,6 @@
 
 #include <QProcess>
 #include <QStringList>
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -81,11 +80,6 @@ void WriteFile(const fs::path& file, std::string_view bytes) {
 std::string ReadFile(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-bool IsSpelledSo(const fs::path& file) {
-  return std::ranges::any_of(fs::directory_iterator(file.parent_path()),
-                             [&](const fs::directory_entry& entry) { return entry.path() == file; });
 }
 
 }  // namespace support

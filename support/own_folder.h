@@ -24,7 +24,4 @@ void Reset();
 void WriteFile(const std::filesystem::path& file, std::string_view bytes);
 std::string ReadFile(const std::filesystem::path& file);  // empty when there is none
 
-// Whether the file is there in this very spelling, letter case included.
-bool IsSpelledSo(const std::filesystem::path& file);
-
 }  // namespace support

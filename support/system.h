@@ -21,14 +21,8 @@ struct Installation {
 // Makes these the installations that the registry knows.
 void SetRegistry(const std::vector<Installation>& installations);
 
-// Other beginnings of Windows paths on drive C:, which lead to the same files as `C:\` does.
-std::vector<std::string> OtherNamesOfDriveC();
-
 // Asks this program to quit, as the desktop does at the end of its session. Called from any thread.
 void AskToQuit();
-
-// The time for which the program has kept the processor busy.
-double ProcessorSeconds();
 
 // The system's part of the program's own folder: where it is, which is asked for once, and the drives in it. Ends the
 // program where it may have none.

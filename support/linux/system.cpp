@@ -4,10 +4,8 @@
 #include <QStringEncoder>
 #include <csignal>
 #include <cstdlib>
-#include <ctime>
 #include <stdexcept>
 
-#include "platform/paths.h"
 #include "platform/qt/text.h"
 #include "platform/registry.h"
 #include "support/own_folder.h"
@@ -66,12 +64,6 @@ void MakeDrives() {
   fs::create_directory_symlink("/", Prefix() / "dosdevices" / "z:");
 }
 
-std::vector<std::string> OtherNamesOfDriveC() {
-  return {"c:\\", "C:/", "Z:" + platform::Shown({(DriveC() / "").native()})};
-}
-
 void AskToQuit() { std::raise(SIGTERM); }
-
-double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 }  // namespace support

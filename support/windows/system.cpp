@@ -1,7 +1,5 @@
 #include "support/system.h"
 
-#include <array>
-#include <bit>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -45,24 +43,14 @@ fs::path DriveC() { return L"C:\\"; }
 void MakeRoot() {
   if (std::getenv("GANTREL_TEST_MACHINE") != nullptr) return;
   std::fputs(
-      "The tests remove C:\\Games and what the registry knows of the game, and put their own there. On a machine "
-      "where\n"
-      "nothing of that can be lost, set GANTREL_TEST_MACHINE to 1.\n",
+      "The tests remove C:\\Games and what the registry knows of the game, and put their own there. On a machine\n"
+      "where nothing of that can be lost, set GANTREL_TEST_MACHINE to 1.\n",
       stderr);
   std::exit(EXIT_FAILURE);
 }
 
 void MakeDrives() {}
 
-std::vector<std::string> OtherNamesOfDriveC() { return {"c:\\", "C:/", "\\\\?\\C:\\"}; }
-
 void AskToQuit() { EnumWindows(EndSession, 0); }
-
-double ProcessorSeconds() {
-  std::array<FILETIME, 4> times = {};  // created, ended; and used, in the system and in the program
-  GetProcessTimes(GetCurrentProcess(), &times[0], &times[1], &times[2], &times[3]);
-  constexpr double kUnit = 1e-7;
-  return kUnit * static_cast<double>(std::bit_cast<std::int64_t>(times[2]) + std::bit_cast<std::int64_t>(times[3]));
-}
 
 }  // namespace support
