@@ -9,7 +9,7 @@ seconds=${1:-60}
 install_missing "${build_packages[@]}" clang libclang-rt-dev
 [[ -f build/fuzz/build.ninja ]] || cmake --preset fuzz
 cmake --build --preset fuzz
-for target in profile registry paths; do
+for target in profile registry; do
   say "Fuzzing: $target."
   mkdir -p "build/fuzz/found/$target"
   "build/fuzz/fuzz/fuzz_$target" -max_total_time="$seconds" -print_final_stats=1 -verbosity=0 -max_len=2048 \

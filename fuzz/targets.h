@@ -11,7 +11,6 @@ namespace fuzz {
 
 void TryProfile(std::string_view input);   // text|section|key|value|section|..., held against a plain model
 void TryRegistry(std::string_view input);  // key|value's name|text
-void TryPaths(std::string_view input);     // a Windows path|a path of this system
 
 // Ends the program unless the rule holds.
 inline void Require(bool holds, const char* rule) {
