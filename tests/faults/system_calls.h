@@ -22,8 +22,7 @@ struct Calls {
   bool areHalf = false;  // the first read and the first write do half of what they are asked to
   bool takeNewFiles = true;
   std::vector<std::string_view> names = {};
-  bool areUnflushed = false;  // bytes may not have reached the disk,
-  bool haveRenamedUnflushed = false;
+  bool areUnflushed = false;  // bytes may not have reached the disk
 };
 inline Calls calls;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): the calls have no argument for it
 

@@ -29,6 +29,7 @@ GANTREL_CALL(int, -1, stat, (const char* path, struct stat* status), path, statu
 GANTREL_CALL(int, -1, lstat, (const char* path, struct stat* status), path, status)
 GANTREL_CALL(int, -1, access, (const char* path, int mode), path, mode)
 GANTREL_CALL(int, -1, unlink, (const char* path), path)
+GANTREL_CALL(int, -1, rename, (const char* from, const char* to), from, to)
 GANTREL_CALL(ssize_t, -1, readlink, (const char* path, char* room, size_t size), path, room, size)
 GANTREL_CALL(DIR*, nullptr, opendir, (const char* path), path)
 GANTREL_CALL(dirent*, nullptr, readdir, (DIR * entries), entries)
@@ -38,7 +39,6 @@ int __real_open(const char* path, int flags, ...);
 int __real_close(int file);
 ssize_t __real_read(int file, void* room, size_t size);
 ssize_t __real_write(int file, const void* bytes, size_t size);
-int __real_rename(const char* from, const char* to);
 
 int __wrap_open(const char* path, int flags, mode_t mode) {
   if (Fails("open")) return -1;
@@ -67,19 +67,12 @@ int __wrap_fsync(int /*file*/) {
   return 0;
 }
 
-int __wrap_rename(const char* from, const char* to) {
-  if (Fails("rename")) return -1;
-  calls.haveRenamedUnflushed |= calls.areUnflushed;
-  return __real_rename(from, to);
-}
-
-// One that reports a failure has closed the file all the same, and may have lost what was written.
+// One that reports a failure has closed the file all the same, and may have lost what was written to a new one.
 int __wrap_close(int file) {
-  const bool fails = Fails("close");
+  if (!Fails("close")) return __real_close(file);
   const int reason = errno;
-  const int result = __real_close(file);
-  if (!fails) return result;
-  calls.areUnflushed |= reason != EINTR;
+  if (reason != EINTR && calls.takeNewFiles) __real_ftruncate(file, 0);
+  __real_close(file);
   errno = reason;
   return -1;
 }

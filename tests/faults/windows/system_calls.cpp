@@ -23,7 +23,7 @@
   CALL(GetModuleFileNameW, 0)                                   \
   CALL(ReadFile, FALSE)                                         \
   CALL(SetEndOfFile, FALSE)                                     \
-  CALL(SetFileInformationByHandle, FALSE, Rename)               \
+  CALL(SetFileInformationByHandle, FALSE)                       \
   CALL(SetFilePointerEx, FALSE)                                 \
   CALL(SetFileSecurityW, FALSE)                                 \
   CALL(WriteFile, FALSE, Write)
@@ -83,11 +83,6 @@ BOOL WINAPI Write(HANDLE file, const void* bytes, DWORD size, DWORD* written, OV
 BOOL WINAPI Flush(HANDLE /*file*/) {
   calls.areUnflushed = false;
   return TRUE;
-}
-
-BOOL WINAPI Rename(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what, void* information, DWORD size) {
-  if (what == FileRenameInfo) calls.haveRenamedUnflushed |= calls.areUnflushed;
-  return Call<__imp_SetFileInformationByHandle>::system(file, what, information, size);
 }
 
 [[maybe_unused]] const bool areTaken = [] {
