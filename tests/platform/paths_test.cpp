@@ -39,7 +39,6 @@ class Paths : public testing::Test {
     fs::create_symlink("/nowhere", devices_ / "q:");
     fs::create_symlink("h:", devices_ / "h:");
   }
-  void TearDown() override { fs::remove(devices_ / "h:"); }
 
   const fs::path games_ = DriveC() / "Games";
   const fs::path prefix_ = DriveC().parent_path();   // these three where drive C: is

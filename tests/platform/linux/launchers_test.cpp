@@ -33,10 +33,7 @@ std::string OnZ(const fs::path& path) {
 // A home and a disk without anything, and the tool outside of all prefixes.
 class Launchers : public testing::Test {
  protected:
-  void SetUp() override { Restart(); }
-  void TearDown() override { fs::remove(loop_); }
-
-  void Restart() const {
+  void SetUp() override {
     support::Reset();
     fs::remove(prefix_ / "system.reg");
     fs::create_directories(disk_);
@@ -54,7 +51,6 @@ class Launchers : public testing::Test {
   const fs::path prefix_ = support::DriveC().parent_path();
   const fs::path home_ = support::Root() / "home";
   const fs::path steam_ = home_ / ".local/share/Steam";
-  const fs::path loop_ = home_ / ".steam/steam";
   const fs::path disk_ = support::Root() / u8"Di\u00DFk {2}, [new]*";
   const std::string disk = disk_.string();
 };
@@ -94,7 +90,7 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSay) {
     rows.push_back({steam + "/steamapps/libraryfolders.vdf", list + "}\n}\n", inLibrary});
   }
   for (const Row& row : rows) {
-    Restart();
+    SetUp();
     const fs::path prefix = home_ / row.prefix;
     MakePrefix(prefix);
     if (!row.file.empty()) WriteFile(home_ / row.file, row.text);
@@ -104,16 +100,17 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSay) {
 
 TEST_F(Launchers, AreAskedInTheirOrderEachPrefixOnceAndNothingElseMatters) {
   const fs::path lutris = home_ / ".config/lutris/games";
-  Paths prefixes = {prefix_};
-  for (const fs::path& prefix :
-       {home_ / ".wine", steam_ / "steamapps/compatdata/1/pfx", disk_ / "steamapps/compatdata/1",
-        home_ / "Games/Heroic/Prefixes/x", disk_ / "lutris", home_ / ".local/share/bottles/bottles/x"}) {
-    prefixes.push_back(prefix);
-  }
+  const Paths prefixes = {prefix_,
+                          home_ / ".wine",
+                          steam_ / "steamapps/compatdata/1/pfx",
+                          disk_ / "steamapps/compatdata/1",
+                          home_ / "Games/Heroic/Prefixes/x",
+                          disk_ / "lutris",
+                          home_ / ".local/share/bottles/bottles/x"};
   for (const std::string& prefix : prefixes) MakePrefix(prefix);
   // Links to what is there already, in circles, and to nowhere.
-  fs::create_directories(loop_.parent_path());
-  fs::create_directory_symlink("steam", loop_);
+  fs::create_directories(home_ / ".steam");
+  fs::create_directory_symlink("steam", home_ / ".steam/steam");
   fs::create_directory_symlink(steam_, home_ / ".steam/root");
   fs::create_directory_symlink("1", steam_ / "steamapps/compatdata/2");
   fs::create_directory_symlink("..", steam_ / "steamapps/compatdata/1/loop");
@@ -152,7 +149,7 @@ TEST_F(Launchers, TheFirstPrefixThatHasTheKeyAnswersInPathsOnTheToolsDrives) {
       {"", R"("DoW")", "DoW"},
   };
   for (const Row& row : rows) {
-    Restart();
+    SetUp();
     MakePrefix(home_ / ".wine", row.own);
     MakePrefix(other, row.other);
     for (const fs::path& folder : {home_ / "\u4E00", steam_}) fs::create_directories(folder);
