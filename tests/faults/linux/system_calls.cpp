@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,7 +30,6 @@ GANTREL_CALL(int, -1, stat, (const char* path, struct stat* status), path, statu
 GANTREL_CALL(int, -1, lstat, (const char* path, struct stat* status), path, status)
 GANTREL_CALL(int, -1, access, (const char* path, int mode), path, mode)
 GANTREL_CALL(int, -1, unlink, (const char* path), path)
-GANTREL_CALL(int, -1, rename, (const char* from, const char* to), from, to)
 GANTREL_CALL(ssize_t, -1, readlink, (const char* path, char* room, size_t size), path, room, size)
 GANTREL_CALL(DIR*, nullptr, opendir, (const char* path), path)
 GANTREL_CALL(dirent*, nullptr, readdir, (DIR * entries), entries)
@@ -39,6 +39,7 @@ int __real_open(const char* path, int flags, ...);
 int __real_close(int file);
 ssize_t __real_read(int file, void* room, size_t size);
 ssize_t __real_write(int file, const void* bytes, size_t size);
+int __real_rename(const char* from, const char* to);
 
 int __wrap_open(const char* path, int flags, mode_t mode) {
   if (Fails("open")) return -1;
@@ -65,6 +66,11 @@ int __wrap_fsync(int /*file*/) {
   if (Fails("fsync")) return -1;
   calls.areUnflushed = false;
   return 0;
+}
+
+int __wrap_rename(const char* from, const char* to) {
+  EXPECT_FALSE(calls.areUnflushed) << "takes the name before it is on the disk";
+  return Fails("rename") ? -1 : __real_rename(from, to);
 }
 
 // One that reports a failure has closed the file all the same, and may have lost what was written to a new one.

@@ -1,5 +1,7 @@
 #include "tests/faults/system_calls.h"
 
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 #include <type_traits>
 
@@ -23,7 +25,7 @@
   CALL(GetModuleFileNameW, 0)                                   \
   CALL(ReadFile, FALSE)                                         \
   CALL(SetEndOfFile, FALSE)                                     \
-  CALL(SetFileInformationByHandle, FALSE)                       \
+  CALL(SetFileInformationByHandle, FALSE, Rename)               \
   CALL(SetFilePointerEx, FALSE)                                 \
   CALL(SetFileSecurityW, FALSE)                                 \
   CALL(WriteFile, FALSE, Write)
@@ -83,6 +85,11 @@ BOOL WINAPI Write(HANDLE file, const void* bytes, DWORD size, DWORD* written, OV
 BOOL WINAPI Flush(HANDLE /*file*/) {
   calls.areUnflushed = false;
   return TRUE;
+}
+
+BOOL WINAPI Rename(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what, void* information, DWORD size) {
+  EXPECT_FALSE(what == FileRenameInfo && calls.areUnflushed) << "takes the name before it is on the disk";
+  return Call<__imp_SetFileInformationByHandle>::system(file, what, information, size);
 }
 
 [[maybe_unused]] const bool areTaken = [] {
