@@ -131,8 +131,8 @@ TEST(DeletingAMod, TheLaterOnesMoveDown) {
 
 TEST(Commands, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {
   const auto changes = [](bool isBusy, const std::string& list, const Act& act) {
-    return Watch(
-        list, [=] { EXPECT_EQ(IsPointerBusy(), isBusy); }, act);
+    const Act look = [=] { EXPECT_EQ(IsPointerBusy(), isBusy); };
+    return Watch(list, look, act);
   };
   Try(FourMods(),
       {"",
