@@ -21,7 +21,7 @@ struct Installation {
 // Makes these the installations that the registry knows.
 void SetRegistry(const std::vector<Installation>& installations);
 
-// Asks this program to quit, as the desktop does at the end of its session. Called from any thread.
+// Asks this program to quit, as the desktop does at the end of its session.
 void AskToQuit();
 
 // The system's part of the program's own folder: where it is, which is asked for once, and the drives in it. Ends the
