@@ -230,7 +230,7 @@ Act Hover(const std::string& control, const std::string& entry) {
 
 Act TurnWheel(const std::string& control) {
   return [=] {
-    const auto& [widget, center] = PlaceOf(control, "");
+    const auto [widget, center] = PlaceOf(control, "");
     const QPointF point = widget.mapTo(widget.window(), center);
     const QPoint notch(0, -QWheelEvent::DefaultDeltasPerStep);
     QWheelEvent event(point, point, {}, notch, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
