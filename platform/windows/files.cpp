@@ -119,7 +119,9 @@ class File {
 
 // What is refused before a byte is read or written: folders and devices.
 std::error_code CheckIsFile(const File& file, BY_HANDLE_FILE_INFORMATION& information) {
-  if (GetFileType(file.Handle()) != FILE_TYPE_DISK) return FileRefusal::NotOrdinary;
+  const DWORD type = GetFileType(file.Handle());
+  if (type == FILE_TYPE_UNKNOWN && GetLastError() != NO_ERROR) return ToError(GetLastError());
+  if (type != FILE_TYPE_DISK) return FileRefusal::NotOrdinary;
   if (GetFileInformationByHandle(file.Handle(), &information) == 0) return ToError(GetLastError());
   if ((information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
     return std::make_error_code(std::errc::is_a_directory);

@@ -32,12 +32,10 @@ const std::string kOld(3000, 'o');
 const std::string kNew(2000, 'n');
 const std::string kLarge(300'000, 'l');  // more than is read at first
 
-// The system's, or the tool's own, where it is not told what kind of file something is, where the program is, or who
-// holds the new file for good.
+// The system's, or the tool's own, where it is not told where the program is, or who holds the new file for good.
 bool IsTrueReason(const std::error_code& failure, const Fault& fault) {
   return failure == std::error_code(fault.reason, std::system_category()).default_error_condition() ||
-         failure == FileRefusal::NotOrdinary || failure == FileRefusal::FolderUnknown ||
-         (failure == FileRefusal::Busy && fault.isForGood);
+         failure == FileRefusal::FolderUnknown || (failure == FileRefusal::Busy && fault.isForGood);
 }
 
 std::error_code Replace(const HostPath& path) { return platform::ReplaceFile(path, kNew); }
