@@ -2,7 +2,6 @@
 
 #include <QProcess>
 #include <QStringList>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>

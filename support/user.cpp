@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDialog>
 #include <QFontInfo>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -199,6 +198,7 @@ std::optional<int> Use(const std::vector<Act>& acts) {
   ofTheUser.DoNext({[] { Focus(); }, InTurn(acts)});
   hands = &ofTheUser;
   const int exitCode = RunTool(1, arguments.data());
+  hands = nullptr;
   return ofTheUser.AreDone() ? std::nullopt : std::optional(exitCode);
 }
 

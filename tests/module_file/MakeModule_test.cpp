@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/paths.h"
-#include "support/system.h"
 #include "support/user.h"
 #include "tests/support/game.h"
 
