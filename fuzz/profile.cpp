@@ -7,7 +7,7 @@
 
 #include "fuzz/targets.h"
 #include "platform/code_page.h"
-#include "platform/profile_text.h"
+#include "settings/profile_text.h"
 
 namespace {
 
@@ -80,8 +80,7 @@ class PlainProfile {
     }
     if (at > 0 && lines_[at - 1].end.empty()) lines_[at - 1].end = lineEnd;
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), added.begin(), added.end());
-    // A header among the keys is a reason to take all apart once more, where CR and LF of two lines may be one end now.
-    if (NameOf(added.back().content)) *this = PlainProfile(Text());
+    *this = PlainProfile(Text());  // a key may be a header now, and CR and LF of two lines one end
   }
 
   std::string Text() const {
@@ -125,16 +124,14 @@ class PlainProfile {
 void fuzz::TryProfile(std::string_view input) {
   const std::string_view before = TakeField(input);
   PlainProfile plain(before);
-  platform::ProfileText text{std::string(before)};
+  ProfileText text(before);
   Require(plain.Text() == before && text.Text() == before, "the text is kept");
   while (!input.empty()) {
     const std::string_view section = TakeField(input);
     const std::string_view key = TakeField(input);
     const std::string_view value = TakeField(input);
     const auto requireTheSameIsFound = [&] {
-      const auto found = plain.Find(section, key);
-      Require(text.Find(section, key) == found, "the value found is the model's");
-      Require(platform::ProfileText::FindIn(text.Text(), section, key) == found, "and so is the one found alone");
+      Require(text.Find(section, key) == plain.Find(section, key), "the value found is the model's");
     };
     requireTheSameIsFound();
     text.Set(section, key, value);

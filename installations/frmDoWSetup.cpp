@@ -1,20 +1,15 @@
 #include "installations/frmDoWSetup.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 
-#include "mods/failure_message.h"
+#include "installations/game_list.h"
 #include "mods/frmMain.h"
+#include "platform/busy_pointer.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/registry.h"
 #include "settings/EZINILib.h"
-#include "settings/Module1.h"
-#include "settings/schema.h"
-
-using Module1::PutNumber;
-using Module1::PutSetting;
 
 namespace {
 
@@ -24,76 +19,46 @@ std::string RegisteredFolder(std::string_view game) {
                               "InstallLocation");
 }
 
-// The number of games in the list, before the first one was registered as well.
-std::int64_t ListedGames() { return std::max<std::int64_t>(Module1::GameCount(), 0); }
-
-// The number of the first game of that name in the list; nothing when there is none.
-std::optional<std::int64_t> FindGame(std::string_view name) {
-  const Module1::Reading reading;
-  const std::int64_t count = ListedGames();
-  for (std::int64_t n = 1; n <= count; ++n) {
-    if (Module1::GameName(n) == name) return n;
-  }
-  return std::nullopt;
+// Why no game of that name is registered.
+std::optional<Message> Refusal(const Module1::Settings& settings, std::string_view name) {
+  if (settings.FindGame(name)) return messages::NameIsTaken();
+  return messages::Failed(settings.Unread());
 }
 
-void PutGame(std::int64_t n, std::string_view name, std::string_view folder, std::string_view isAutomatic) {
-  PutSetting("Games", schema::GameKey(n), name);
-  PutSetting(name, "Path", folder);
-  PutSetting(name, "AutoPath", isAutomatic);
+// Another program may have registered the name since the user was asked.
+std::optional<Message> Register(std::string_view name, std::string_view folder) {
+  Module1::Change change;
+  if (auto refusal = Refusal(change, name)) return refusal;
+  AddGame(change, name, folder);
+  return messages::Failed(change.Save());
 }
 
-// A name that is in the list already is refused with a message, any name where the list cannot be read.
-bool IsRefused(std::string_view name) {
-  const Module1::Reading reading;
-  const bool isTaken = FindGame(name).has_value();
-  const auto unread = Module1::Unread();
-  if (isTaken)
-    platform::MsgBox("Please enter a unique name.", platform::Buttons::Ok, platform::Icon::Information, "New");
-  ShowFailure("New", unread);
-  return isTaken || unread;
+std::optional<Message> Remove(std::int64_t n, std::string_view name) {
+  Module1::Change change;
+  RemoveGame(change, n, name);
+  return messages::Failed(change.Save());
 }
 
-// Registers the edition when the registry knows its folder.
-void TryGame(std::string_view N) {
-  std::string folder = RegisteredFolder(N);
-  if (folder.empty()) return;
-  if (!folder.ends_with('\\')) folder += '\\';
-  const std::int64_t n = ListedGames() + 1;
-  PutGame(n, N, folder, "1");
-  PutNumber("Games", "Count", n);
-}
-
-std::optional<FileFailure> AddGame(std::string_view name, std::string_view folder) {
-  const Module1::Change change;
-  const std::int64_t n = ListedGames() + 1;
-  PutNumber("Games", "Count", n);
-  PutGame(n, name, folder, "0");
-  return Module1::Change::Save();
-}
-
-// Takes the game out of the list alone: its mods stay in the file, and are there again when it is registered again. `n`
-// was its number before the user was asked.
-std::optional<FileFailure> RemoveGame(std::int64_t n, std::string_view name) {
-  const Module1::Change change;
-  const std::int64_t count = ListedGames();
-  const auto removed = Module1::GameName(n) == name && n <= count ? n : FindGame(name);
-  for (std::int64_t i = removed.value_or(count) + 1; i <= count; ++i) {
-    PutSetting("Games", schema::GameKey(i - 1), Module1::GameName(i));
-  }
-  if (removed) PutNumber("Games", "Count", count - 1);
-  return Module1::Change::Save();
+// Registers the editions that the registry knows, where no game was ever counted.
+std::optional<Message> RegisterEditions() {
+  if (Module1::Settings().GameCount() != Module1::kNoGameCount) return std::nullopt;
+  constexpr std::array kEditions = {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"};
+  std::array<std::string, kEditions.size()> folders;
+  for (std::size_t i = 0; i < folders.size(); ++i) folders[i] = RegisteredFolder(kEditions[i]);
+  Module1::Change change;
+  if (change.GameCount() != Module1::kNoGameCount) return std::nullopt;
+  for (std::size_t i = 0; i < folders.size(); ++i) TryGame(change, kEditions[i], folders[i]);
+  return messages::Failed(change.Save());
 }
 
 }  // namespace
 
-frmDoWSetup::frmDoWSetup(const frmMain& mainWindow)
+frmDoWSetup::frmDoWSetup(frmMain& mainWindow)
     : mainWindow_(&mainWindow), window_("frmDoWSetup"), lstGames(window_.ListBox("lstGames")) {
   window_.Button("OKButton").OnClick([this] { OKButton_Click(); });
   window_.Button("cmdnew").OnClick([this] { cmdnew_Click(); });
   window_.Button("cmdDelete").OnClick([this] { cmdDelete_Click(); });
   window_.OnUnload([this](bool& cancel) { Form_Unload(cancel); });
-  Form_Load();
 }
 
 void frmDoWSetup::ShowInFrontOf(const platform::Window& mainWindow) const { window_.ShowInFrontOf(mainWindow); }
@@ -107,35 +72,27 @@ void frmDoWSetup::Form_Load() {
   RefreshGames();
 }
 
-void frmDoWSetup::RefreshGames() const {
+void frmDoWSetup::RefreshGames() {
   lstGames.Fill({});
   platform::DoEvents();
-  std::optional<FileFailure> failure;
+  std::optional<Message> message;
   {
-    const Module1::Change change;
-    if (Module1::GameCount() == Module1::kNoGameCount) {
-      for (const char* const edition : {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"}) TryGame(edition);
-    }
-    failure = Module1::Change::Save();
-    const std::int64_t count = Module1::GameCount();
-    std::vector<std::string> games;
-    for (std::int64_t n = 1; n <= count; ++n) {
-      const std::string name = Module1::GameName(n);
-      games.push_back(name + " (" + Module1::GamePath(name) + ")");
-    }
-    const auto unread = Module1::Unread();
-    lstGames.SetEmptyText(unread ? unread->Sentence()
-                                 : "No installation was found. Click on + and pick the game's W40k.exe.");
-    lstGames.Fill(games);
+    const platform::BusyPointer busy;
+    message = RegisterEditions();
+    const Module1::Settings settings;
+    if (!message) message = messages::Failed(settings.Unread());
+    lstGames.SetEmptyText(message ? message->text
+                                  : "No installation was found. Click on + and pick the game's W40k.exe.");
+    lstGames.Fill(GameEntries(settings));
   }
   platform::DoEvents();
-  ShowFailure("DoW Installation Setup", failure);
+  messages::Show("DoW Installation Setup", message);
 }
 
-void frmDoWSetup::cmdnew_Click() const {
+void frmDoWSetup::cmdnew_Click() {
   const std::string name = platform::InputBox("Installation Name:", "New", "Dawn of War");
   if (name.empty()) return;
-  if (IsRefused(name)) return;
+  if (const auto refusal = Refusal(Module1::Settings(), name)) return messages::Show("New", refusal);
 
   constexpr std::array kFilters = {platform::FileFilter{"W40k.exe", "W40k.exe"},
                                    platform::FileFilter{"All Files", "*.*"}};
@@ -145,29 +102,31 @@ void frmDoWSetup::cmdnew_Click() const {
                                           .filters = kFilters,
                                           .defaultExtension = "exe",
                                           .longestFolder = EZINILib::kMostCharacters});
-  if (!chosen || IsRefused(name)) return;  // another program may have registered it meanwhile
-  Finish("New", AddGame(name, chosen->path.substr(0, chosen->path.size() - chosen->name.size())));
+  if (!chosen) return;
+  Finish("New", Register(name, chosen->path.substr(0, chosen->path.size() - chosen->name.size())));
 }
 
-void frmDoWSetup::cmdDelete_Click() const {
+void frmDoWSetup::cmdDelete_Click() {
   const int selected = lstGames.Selected();
   if (selected == platform::kNoSelection) return;
   const std::int64_t n = selected + 1;
   std::string name;
+  std::optional<FileFailure> unread;
   {
-    const Module1::Reading reading;
-    if (const auto unread = Module1::Unread()) return ShowFailure("Delete", unread);
-    name = Module1::GameName(n);
+    const Module1::Settings settings;
+    name = settings.GameName(n);
+    unread = settings.Unread();
   }
+  if (unread) return messages::Show("Delete", messages::Failed(unread));
   const auto answer =
       platform::MsgBox("Really Delete '" + name + "'?", platform::Buttons::YesNo, platform::Icon::None, "Delete");
   if (answer == platform::Answer::No) return;
-  Finish("Delete", RemoveGame(n, name));
+  Finish("Delete", Remove(n, name));
 }
 
 // The list follows what was changed; where nothing could be, it is right as it is.
-void frmDoWSetup::Finish(std::string_view title, const std::optional<FileFailure>& failure) const {
-  failure ? ShowFailure(title, failure) : RefreshGames();
+void frmDoWSetup::Finish(std::string_view title, const std::optional<Message>& message) {
+  message ? messages::Show(title, message) : RefreshGames();
 }
 
 void frmDoWSetup::OKButton_Click() {

@@ -4,11 +4,12 @@
 
 // The mod lists are not refilled here: they follow the selector when the focus leaves it. So that is where the focus is
 // afterwards, and the next click finds the lists of the game that it acts on.
-void frmMain::cmdGoToGames_Click() const {
+void frmMain::cmdGoToGames_Click() {
   window_.TakeOutOfUse();
   {
-    const frmDoWSetup setup(*this);
+    frmDoWSetup setup(*this);
     setup.ShowInFrontOf(window_);
+    setup.Form_Load();
     platform::WaitUntil([&setup] { return setup.DoneYet(); });
     setup.Close();
   }

@@ -1,14 +1,15 @@
 #include "mods/frmMain.h"
 
-#include "mods/failure_message.h"
+#include <chrono>
+
 #include "mods/frmNew.h"
+#include "mods/mod_list.h"
+#include "platform/busy_pointer.h"
 #include "platform/events.h"
 #include "platform/files.h"
-#include "settings/Module1.h"
-#include "settings/schema.h"
 
-using Module1::GetNumber;
-using Module1::GetSetting;
+using Module1::Change;
+using Module1::Settings;
 
 frmMain::frmMain()
     : window_("frmMain"),
@@ -25,12 +26,9 @@ frmMain::frmMain()
       cmdDeleteMod(window_.Button("cmdDeleteMod")),
       cmdGoToGames(window_.Button("cmdGoToGames")) {
   lstGame.OnValidate([this] { lstGame_Validate(); });
-  lstGame.OnToolTip([this] {
-    const std::string file = ModuleFile();
-    return file.empty() ? "" : "Folder: " + GetBPath() + "\nModule file: " + file;
-  });
-  lstNotActive.OnToolTip([this](int position) { return DataFolders(lstNotActive.Text(position)); });
-  lstActive.OnToolTip([this](int position) { return DataFolders(lstActive.Text(position)); });
+  lstGame.OnToolTip([this] { return GameToolTip(); });
+  lstNotActive.OnToolTip([this](int position) { return ModToolTip(lstNotActive.Text(position)); });
+  lstActive.OnToolTip([this](int position) { return ModToolTip(lstActive.Text(position)); });
   cmdActivate1.OnClick([this] { cmdActivate1_Click(); });
   cmdDeactivate1.OnClick([this] { cmdDeactivate1_Click(); });
   cmdActivateAll.OnClick([this] { cmdActivateAll_Click(); });
@@ -44,29 +42,35 @@ frmMain::frmMain()
 
 frmMain::~frmMain() = default;
 
-void frmMain::Form_Load() const {
+// What cannot be read is no first start.
+void frmMain::Form_Load() {
   bool isFirstStart = false;
+  std::optional<FileFailure> unread;
   {
-    const Module1::Reading reading;
-    if (const auto unread = Module1::Unread()) return ShowFailure("Gantrel", unread);
-    isFirstStart = GetSetting("Games", "Count", "-1") == "-1";
+    const Settings settings;
+    unread = settings.Unread();
+    isFirstStart = !unread && settings.GetSetting("Games", "Count", "-1") == "-1";
   }
   if (isFirstStart) cmdGoToGames_Click();
-  const Module1::Reading reading;
-  RefreshGames();
-  if (!GetBPath().empty()) ListMods();
-  ShowFailure("Gantrel", Module1::Unread());
+  {
+    const Settings settings;
+    RefreshGames(settings);
+    if (!unread) unread = settings.Unread();
+    if (unread || !settings.InstallFolder(SelectedGame()).empty()) ListMods(settings);
+  }
+  messages::Show("Gantrel", messages::Failed(unread));
 }
 
 void frmMain::Show() const { window_.Show(); }
 
-void frmMain::RefreshGames() const {
-  const Module1::Reading reading;
+void frmMain::RefreshGames() { RefreshGames(Settings()); }
+
+void frmMain::RefreshGames(const Settings& settings) {
   lstGame.Clear();
   platform::DoEvents();
-  const std::int64_t count = Module1::GameCount();
+  const std::int64_t count = settings.GameCount();
   if (count == Module1::kNoGameCount) return;
-  for (std::int64_t i = 1; i <= count; ++i) lstGame.Add(Module1::GameName(i));
+  for (std::int64_t i = 1; i <= count; ++i) lstGame.Add(settings.GameName(i));
   platform::DoEvents();
   if (lstGame.Count() > 0) lstGame.Select(0);
 }
@@ -74,53 +78,22 @@ void frmMain::RefreshGames() const {
 std::string frmMain::SelectedGame() const { return lstGame.Text(); }
 
 std::string frmMain::GetBPath() const {
-  const Module1::Reading reading;
-  const std::int64_t count = Module1::GameCount();
-  if (count == Module1::kNoGameCount) return "";
-  const std::string game = SelectedGame();
-  for (std::int64_t i = 1; i <= count; ++i) {
-    if (Module1::GameName(i) == game) return Module1::GamePath(game);
-  }
-  platform::DoEvents();
-  return "";
+  std::string folder = Settings().InstallFolder(SelectedGame());
+  if (folder.empty()) platform::DoEvents();
+  return folder;
 }
 
-// A mod's data folders, a line each; nothing for one that is not registered.
-std::string frmMain::DataFolders(const std::string& mod) const {
-  const Module1::Reading reading;
-  const std::string game = SelectedGame();
-  const std::int64_t n = Module1::FindMod(game, mod);
-  if (n == Module1::kNoMod) return "";
-  const std::string section = schema::ModSection(game, n);
-  const std::int64_t count = Module1::DirCount(section);
-  if (count <= 0) return "No data folders";
-  const std::string base = DataFolderBase() + "\\";
-  std::string lines = "Data folders:";
-  for (std::int64_t k = 1; k <= count; ++k) {
-    const std::string folder = GetSetting(section, schema::DirKey(k), "");
-    lines.append("\n").append(folder);
-    if (platform::IsMissingFolder(base + folder)) lines += " (missing)";
-  }
-  return lines;
-}
+void frmMain::lstGame_Validate() { ListMods(); }
 
-void frmMain::lstGame_Validate() const { ListMods(); }
+void frmMain::ListMods() { ListMods(Settings()); }
 
-std::optional<FileFailure> frmMain::ListMods() const {
-  const Module1::Reading reading;
-  auto unread = Module1::Unread();
+void frmMain::ListMods(const Settings& settings) {
+  const auto unread = settings.Unread();
   lstNotActive.SetEmptyText(unread ? unread->Sentence() : "");
-  const std::string game = SelectedGame();
-  const std::int64_t count = Module1::ModCount(game);
-  std::vector<std::string> active;
-  std::vector<std::string> notActive;
-  for (std::int64_t n = 1; n <= count; ++n) {
-    const std::string section = schema::ModSection(game, n);
-    const bool isActive = GetNumber(section, "Active", 0) != 0;
-    (isActive ? active : notActive).push_back(GetSetting(section, "Name", "Unknown"));
-  }
-  lstActive.Fill(active);
-  lstNotActive.Fill(notActive);
+  listedGame_ = SelectedGame();
+  const ModLists lists = ::ListMods(settings, listedGame_);
+  lstActive.Fill(lists.active);
+  lstNotActive.Fill(lists.available);
 
   const bool someAvailable = lstNotActive.Count() > 0;
   cmdDeleteMod.SetEnabled(someAvailable);
@@ -133,5 +106,121 @@ std::optional<FileFailure> frmMain::ListMods() const {
   cmdMoveDown.SetEnabled(severalActive);
   cmdDeactivate1.SetEnabled(someActive);
   cmdDeactivateAll.SetEnabled(someActive);
-  return unread;
+}
+
+// A mod's data folders, a line each; nothing for one that is not registered, nor while the lists show another game's.
+std::string frmMain::ModToolTip(const std::string& mod) const {
+  const Settings settings;
+  const auto folders = DataFolders(settings, listedGame_, mod);
+  if (!folders || listedGame_ != SelectedGame()) return "";
+  if (folders->empty()) return "No data folders";
+  const std::string base = DataFolderBase(settings.InstallFolder(listedGame_)) + "\\";
+  std::string lines = "Data folders:";
+  for (const std::string& folder : *folders) {
+    lines += "\n" + folder;
+    if (platform::IsMissingFolder(base + folder)) lines += " (missing)";
+  }
+  return lines;
+}
+
+void frmMain::cmdActivate1_Click() { messages::Show("Make Module", SetActive(lstNotActive, true)); }
+
+void frmMain::cmdDeactivate1_Click() { messages::Show("Make Module", SetActive(lstActive, false)); }
+
+void frmMain::cmdActivateAll_Click() { SetAllActive(lstNotActive, true); }
+
+void frmMain::cmdDeactivateAll_Click() { SetAllActive(lstActive, false); }
+
+// An entry that is no longer registered changes nothing; the lists and the module file are refreshed all the same.
+std::optional<Message> frmMain::SetActive(const platform::ListBox& list, bool isActive) {
+  Change change;
+  ::SetActive(change, SelectedGame(), list.Text(), isActive);
+  const auto unsaved = change.Save();
+  ListMods(change);
+  return unsaved ? messages::Failed(unsaved) : MakeModule(change);
+}
+
+// One mod after the other, from the top of the list, each followed by the module file. An entry that shares its name
+// with another mod may stay in its list, and is passed over. What counts for the user is the last module file.
+void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
+  constexpr auto kBetweenPictures = std::chrono::milliseconds(100);
+  std::optional<Message> message;
+  {
+    const platform::BusyPointer busy;
+    const int all = list.Count();
+    int stayed = 0;
+    auto shown = std::chrono::steady_clock::now();
+    while (stayed < list.Count()) {
+      const int left = list.Count();
+      list.Select(stayed);
+      message = SetActive(list, isActive);
+      if (list.Count() >= left) {
+        ++stayed;
+        if (message && left < all) message->outcome = messages::HowFar(all - left, all, isActive);
+        if (message) break;
+      }
+      if (std::chrono::steady_clock::now() - shown < kBetweenPictures) continue;
+      lstNotActive.ShowNow();
+      lstActive.ShowNow();
+      shown = std::chrono::steady_clock::now();
+    }
+  }
+  messages::Show("Make Module", message);
+}
+
+void frmMain::cmdMoveUp_Click() { MoveSelected(-1); }
+
+void frmMain::cmdMoveDown_Click() { MoveSelected(+1); }
+
+void frmMain::MoveSelected(int by) {
+  const int position = lstActive.Selected();
+  const int newPosition = position + by;
+  if (newPosition < 0 || newPosition >= lstActive.Count()) return;
+  messages::Show("Make Module", Move(position, newPosition));
+}
+
+std::optional<Message> frmMain::Move(int position, int newPosition) {
+  Change change;
+  if (const auto unread = change.Unread()) return messages::Failed(unread);
+  if (!ExchangeMods(change, SelectedGame(), lstActive.Text(position), lstActive.Text(newPosition))) return std::nullopt;
+  const auto unsaved = change.Save();
+  ListMods(change);
+  lstActive.Select(unsaved ? position : newPosition);
+  return unsaved ? messages::Failed(unsaved) : MakeModule(change);
+}
+
+void frmMain::cmdDeleteMod_Click() {
+  const std::string name = lstNotActive.Text();
+  bool isThere = false;
+  std::optional<FileFailure> unread;
+  {
+    const Settings settings;
+    isThere = settings.FindMod(SelectedGame(), name) != Module1::kNoMod;
+    if (!isThere) ListMods(settings);
+    unread = settings.Unread();
+  }
+  if (!isThere) return messages::Show("Delete Mod", messages::Failed(unread));
+  const auto answer = platform::MsgBox("Really delete '" + name + "'?", platform::Buttons::OkCancel,
+                                       platform::Icon::None, "Delete Mod");
+  if (answer == platform::Answer::Cancel) return;
+  messages::Show("Delete Mod", DeleteMod(name));
+}
+
+std::optional<Message> frmMain::DeleteMod(const std::string& name) {
+  const platform::BusyPointer busy;
+  Change change;
+  ::DeleteMod(change, SelectedGame(), name);
+  const auto unsaved = change.Save();
+  ListMods(change);
+  return messages::Failed(unsaved);
+}
+
+void frmMain::cmdNewMod_Click() {
+  const std::string folder = DataFolderBase(GetBPath());
+  const auto unread = Settings().Unread();
+  if (unread) return messages::Show("New Mod", messages::Failed(unread));
+  if (folder.empty()) return messages::Show("New Mod", messages::NoGame());
+  const auto dialog = newMods_.emplace(newMods_.end(), *this, folder);
+  dialog->OnClosed([this, dialog] { newMods_.erase(dialog); });
+  dialog->Show();
 }

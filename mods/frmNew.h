@@ -1,8 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "mods/messages.h"
 #include "platform/controls.h"
 #include "platform/window.h"
 
@@ -13,7 +15,7 @@ class frmMain;
 class frmNew {
  public:
   // Offers the folders immediately below `baseFolder`, a Windows path. The main window outlives the dialog.
-  frmNew(const frmMain& mainWindow, const std::string& baseFolder);
+  frmNew(frmMain& mainWindow, const std::string& baseFolder);
 
   void Show() const;
 
@@ -21,10 +23,11 @@ class frmNew {
   void OnClosed(std::function<void()> handler) const;
 
  private:
-  void OKButton_Click() const;
-  void CancelButton_Click() const;
+  void OKButton_Click();
+  void CancelButton_Click();
+  std::optional<Message> Register();
 
-  const frmMain* mainWindow_;
+  frmMain* mainWindow_;
   platform::Window window_;
   platform::TextBox txtName;
   platform::ListBox lstDirs;

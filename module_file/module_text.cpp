@@ -2,29 +2,43 @@
 
 #include <algorithm>
 
-namespace module_text {
+#include "settings/schema.h"
+
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-}  // namespace
-
+// A line end at the template's very end adds no empty line.
 void AppendTemplate(std::string_view templateText, std::string& module) {
   while (!templateText.empty()) {
     const std::size_t length = std::min(templateText.find('\r'), templateText.size());
-    module += templateText.substr(0, length);
-    module += kLineEnd;
+    module.append(templateText.substr(0, length)).append(kLineEnd);
     templateText.remove_prefix(length);
     if (!templateText.empty()) templateText.remove_prefix(templateText.starts_with(kLineEnd) ? 2 : 1);
   }
 }
 
-void AppendDataFolder(std::int64_t number, std::string_view folder, std::string& module) {
-  module += "DataFolder.";
-  module += std::to_string(number);
-  module += " = ";
-  module += folder;
-  module += kLineEnd;
+}  // namespace
+
+std::string ModuleText(const Module1::Settings& settings, std::string_view game, std::string_view header,
+                       std::string_view footer) {
+  std::string module;
+  AppendTemplate(header, module);
+  std::int64_t number = settings.GetMakeNumber("Make", "NextDirNum", 5);
+  for (std::int64_t i = settings.ModCount(game); i >= 1; --i) {
+    const std::string section = schema::ModSection(game, i);
+    if (settings.GetNumber(section, "Active", 0) != 1) continue;
+    const std::int64_t dirCount = settings.DirCount(section);
+    for (std::int64_t j = 1; j <= dirCount; ++j) {
+      module.append("DataFolder.").append(std::to_string(number++)).append(" = ");
+      module.append(settings.GetSetting(section, schema::DirKey(j), "")).append(kLineEnd);
+    }
+  }
+  AppendTemplate(footer, module);
+  return module;
 }
 
-}  // namespace module_text
+std::string ModulePath(const Module1::Settings& settings, std::string_view game) {
+  const std::string folder = settings.InstallFolder(game);
+  return folder.empty() ? "" : folder + settings.GetMakeSetting("Make", "Outfile", "Ulvane.module");
+}

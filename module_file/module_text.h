@@ -1,17 +1,17 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
-// The text of a module file, built in memory. Every line ends in CR LF.
-namespace module_text {
+#include "settings/Module1.h"
 
-// Appends every line of a template. Its lines end at CR or CR LF, which is not copied; a line feed alone ends no line
-// and is copied as part of it. A line end at the template's very end adds no empty line.
-void AppendTemplate(std::string_view templateText, std::string& module);
+// The rules of the module file, on settings and templates in memory.
 
-// Appends the line that names one data folder, as it is stored, under its number.
-void AppendDataFolder(std::int64_t number, std::string_view folder, std::string& module);
+// The whole text: the header's lines, a line for each data folder of each active mod of the game, and the footer's
+// lines, each ended by CR LF. The mod of the highest number comes first; folders count up from NextDirNum of Make.ini.
+// Of a template, lines end at CR or CR LF; a line feed alone ends none and is copied.
+std::string ModuleText(const Module1::Settings& settings, std::string_view game, std::string_view header,
+                       std::string_view footer);
 
-}  // namespace module_text
+// The game's module file, a Windows path; empty when the game is not registered.
+std::string ModulePath(const Module1::Settings& settings, std::string_view game);

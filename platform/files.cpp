@@ -21,7 +21,7 @@ class Refusals : public std::error_category {
       case FileRefusal::LinkOfAnother:
         return "It is a link of another user in a folder that all may write to";
       case FileRefusal::Busy:
-        return "Another program is writing in its folder";
+        return "Another program is writing it";
       case FileRefusal::Utf16:
         return "It is text in UTF-16";
       case FileRefusal::Program:

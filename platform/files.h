@@ -1,9 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
@@ -20,41 +20,38 @@ enum class FileRefusal : std::uint8_t {
   NotOrdinary,        // a device or a pipe
   TooLarge,           // to be read
   LinkOfAnother,      // in a folder that all may write to; followed only if it is the user's or the folder's owner's
-  Busy,               // another program has been writing a file in the folder for seconds
+  Busy,               // another Gantrel has held the lock, or another program the new file, for seconds
   Utf16,              // where text in the code page is wanted
   Program,            // in the place of a module file, as is the next one
   OwnFile,
 };
 std::error_code make_error_code(FileRefusal refusal);  // NOLINT(readability-identifier-naming): the library's name
 
-// A file's bytes, read in one go, to its end whatever size it is said to have. Holds a settings file of some thousand
-// mods in itself, so keep it on the stack; what is larger costs one allocation, and more than `most` bytes are refused.
-class FileBytes {
- public:
-  static constexpr std::size_t kMost = std::size_t{16} * 1024 * 1024;
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing the room would cost more than the reading
-  explicit FileBytes(std::size_t most = kMost) : most_(most) {}
+// Why it happened, in English and in the code page, for a sentence that names the file.
+std::string Reason(const std::error_code& failure);
 
-  // Only what is known not to be there is reported as missing (std::errc::no_such_file_or_directory).
-  std::error_code Read(const HostPath& path);
-
-  std::string_view View() const { return bytes_; }
-
- private:
-  std::size_t most_;
-  static constexpr std::size_t kOwnRoom = std::size_t{256} * 1024;
-  std::array<char, kOwnRoom> room_;
-  std::unique_ptr<char[]> largeRoom_;
-  std::string_view bytes_;
+// The tool's own folder, locked against other Gantrels of the same folder as long as `held` lives. Waits for seconds
+// where another one has it, and then says that the folder is busy. Where the system cannot lock, nobody is kept out.
+// Not for nesting: a second lock of the same program waits for the first.
+struct ToolLock {
+  std::shared_ptr<void> held;
+  std::error_code failure;
 };
+ToolLock LockTool();
+
+// Reads a file to its end, whatever size it is said to have. Only what is known not to be there is reported as missing
+// (std::errc::no_such_file_or_directory). Of a file with more than `most` bytes, which is TooLarge, `bytes` are the
+// first `most`; after any other failure they are empty.
+constexpr std::size_t kMostBytes = std::size_t{16} * 1024 * 1024;
+std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t most = kMostBytes);
 
 // Creates the file with these bytes, or replaces the one that is there, as a whole: whoever opens the name finds the
-// old bytes or the new ones, and after a failure the old ones. On the disk when the function returns. However many
-// programs do so at once, each gives the name to none but its own bytes.
+// old bytes or the new ones, and after a failure the old ones. On the disk when the function returns. Called under the
+// tool's lock, so that only one program at a time has the new file, and takes over one that a killed program has left.
 //
-// Follows links, keeps the file's permissions, and refuses to replace a file that may not be written. Where the folder
-// takes no new file but the file itself can be written, it is written in place, and the old bytes are put back when
-// that fails.
+// Follows links, keeps the file's permissions and group, and refuses to replace a file that may not be written. Where
+// the folder takes no new file but the file itself can be written, it is written in place, and the old bytes are put
+// back when that fails.
 std::error_code ReplaceFile(const HostPath& path, std::string_view bytes);
 
 // Whether the system says that a Windows path leads to no folder. What it does not tell is not taken for missing.

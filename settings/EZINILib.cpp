@@ -7,42 +7,33 @@
 namespace EZINILib {
 namespace {
 
-// Text in UTF-16 is none that could be read, or added to.
-std::string_view TextOf(const platform::HostPath& file, platform::FileBytes& bytes, std::error_code& unread) {
-  unread = bytes.Read(file);
-  if (unread == std::errc::no_such_file_or_directory) unread.clear();
-  const std::string_view text = bytes.View();
-  const bool isUtf16 = text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
-  if (isUtf16) unread = platform::FileRefusal::Utf16;
-  return isUtf16 ? std::string_view() : text;
-}
-
-std::string WholeTextOf(const platform::HostPath& file, std::error_code& unread) {
-  platform::FileBytes bytes;
-  return std::string(TextOf(file, bytes, unread));
-}
-
-std::string Shortened(std::string_view value) { return std::string(value.substr(0, kMostCharacters)); }
+std::string Truncated(std::string_view value) { return std::string(value.substr(0, kMostCharacters)); }
 
 }  // namespace
 
 std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
                     std::string_view fallback) {
-  platform::FileBytes bytes;
-  std::error_code unread;
-  return Shortened(platform::ProfileText::FindIn(TextOf(file, bytes, unread), section, key).value_or(fallback));
+  return WholeINI(file).Read(section, key, fallback);
 }
 
 void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value) {
   WholeINI whole(file);
   whole.Write(section, key, value);
-  [[maybe_unused]] const std::error_code failure = whole.Save();
+  [[maybe_unused]] const std::error_code failure = whole.Save(file);
 }
 
-WholeINI::WholeINI(platform::HostPath file) : file_(std::move(file)), text_(WholeTextOf(file_, unread_)) {}
+// UTF-16 files are rejected: their text cannot be read as lines of bytes.
+WholeINI::WholeINI(const platform::HostPath& file) {
+  std::string bytes;
+  unread_ = platform::ReadFile(file, bytes);
+  isThere_ = !unread_;
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) unread_ = platform::FileRefusal::Utf16;
+  if (unread_ == std::errc::no_such_file_or_directory) unread_.clear();
+  if (!unread_) text_ = ProfileText(bytes);
+}
 
-std::string WholeINI::Read(std::string_view section, std::string_view key, std::string_view fallback) {
-  return Shortened(text_.Find(section, key).value_or(fallback));
+std::string WholeINI::Read(std::string_view section, std::string_view key, std::string_view fallback) const {
+  return Truncated(text_.Find(section, key).value_or(fallback));
 }
 
 void WholeINI::Write(std::string_view section, std::string_view key, std::string_view value) {
@@ -50,10 +41,10 @@ void WholeINI::Write(std::string_view section, std::string_view key, std::string
   isChanged_ = true;
 }
 
-std::error_code WholeINI::Save() {
+std::error_code WholeINI::Save(const platform::HostPath& file) {
   if (unread_) return unread_;
   if (!std::exchange(isChanged_, false)) return {};
-  return platform::ReplaceFile(file_, text_.Text());
+  return platform::ReplaceFile(file, text_.Text());
 }
 
 }  // namespace EZINILib

@@ -6,13 +6,12 @@
 #include <system_error>
 
 #include "platform/paths.h"
-#include "platform/profile_text.h"
+#include "settings/profile_text.h"
 
 // The values of any profile file.
 namespace EZINILib {
 
-// Of a longer value, reading gives so many characters.
-constexpr std::size_t kMostCharacters = 254;
+constexpr std::size_t kMostCharacters = 254;  // longer values are truncated to this when they are read
 
 // Each of these two opens the file and is complete in itself.
 
@@ -28,23 +27,26 @@ void WriteINI(const platform::HostPath& file, std::string_view section, std::str
 // A profile file that is read once, answers from memory, and is replaced once.
 class WholeINI {
  public:
-  explicit WholeINI(platform::HostPath file);
+  explicit WholeINI(const platform::HostPath& file);
+  explicit WholeINI(std::string_view text) : text_(text) {}  // of no file
 
   // As ReadINI and WriteINI, on the text in memory.
-  std::string Read(std::string_view section, std::string_view key, std::string_view fallback);
+  std::string Read(std::string_view section, std::string_view key, std::string_view fallback) const;
   void Write(std::string_view section, std::string_view key, std::string_view value);
+  std::string Text() const { return text_.Text(); }
 
-  // Why the file, which is there, could not be read.
+  // Whether there was a file; false as well where it could not be read.
+  bool IsThere() const { return isThere_; }
+  // Why the file, which is there, could not be read. Nothing is replaced then.
   std::error_code Unread() const { return unread_; }
-  const platform::HostPath& File() const { return file_; }
 
-  // Replaces the file, where something was written. What could not be read may not be saved.
-  std::error_code Save();
+  // Replaces the file, which is the one that was read, where something was written.
+  std::error_code Save(const platform::HostPath& file);
 
  private:
-  platform::HostPath file_;
+  ProfileText text_{""};
   std::error_code unread_;
-  platform::ProfileText text_;
+  bool isThere_ = false;
   bool isChanged_ = false;
 };
 

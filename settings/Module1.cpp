@@ -1,10 +1,8 @@
 #include "settings/Module1.h"
 
-#include <cassert>
-#include <memory>
+#include <utility>
 
 #include "platform/paths.h"
-#include "settings/EZINILib.h"
 #include "settings/schema.h"
 #include "settings/whole_number.h"
 
@@ -14,32 +12,22 @@ namespace {
 platform::HostPath SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
 platform::HostPath MakeFile() { return platform::BesideExecutable("Make.ini"); }
 
-// What the accessors answer from while a Reading lives.
-struct Files {
-  EZINILib::WholeINI settings{SettingsFile()};
-  std::optional<EZINILib::WholeINI> make = {};
-  bool maySet = false;
-};
-std::unique_ptr<Files> files;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): for free functions
-
-FileFailure FailureOf(const EZINILib::WholeINI& file, const char* what, std::error_code reason) {
-  return {platform::Shown(file.File()), what, reason};
+std::optional<FileFailure> FailureOf(const platform::HostPath& file, const char* what, const std::error_code& reason) {
+  if (!reason) return std::nullopt;
+  return FileFailure{platform::Shown(file), what, reason};
 }
 
-std::optional<FileFailure> UnreadOf(const EZINILib::WholeINI& file) {
-  if (!file.Unread()) return std::nullopt;
-  return FailureOf(file, "read", file.Unread());
+// No text that a fallback could be: a line break never comes out of a file.
+bool IsThere(const Settings& settings, std::string_view section, std::string_view key) {
+  return settings.GetSetting(section, key, "\n") != "\n";
 }
-
-// No text that a default could be: a line break never comes out of a file.
-bool IsThere(std::string_view section, std::string_view key) { return GetSetting(section, key, "\n") != "\n"; }
 
 template <typename IsEntry>
-std::int64_t Count(std::string_view section, std::string_view key, std::int64_t fallback, IsEntry isEntry) {
+std::int64_t Count(const Settings& settings, std::string_view section, std::string_view key, std::int32_t none,
+                   IsEntry isEntry) {
   constexpr std::int32_t kMost = 32'767;
-  const Reading reading;
-  const auto count = WholeNumber(GetSetting(section, key, std::to_string(fallback)));
-  if (count && *count <= kMost) return *count;
+  const auto count = WholeNumber(settings.GetSetting(section, key, std::to_string(none)));
+  if (count && *count <= kMost && (*count >= 0 || *count == none)) return *count;
   std::int64_t entries = 0;
   while (isEntry(entries + 1)) ++entries;
   return entries;
@@ -47,93 +35,117 @@ std::int64_t Count(std::string_view section, std::string_view key, std::int64_t 
 
 }  // namespace
 
-Reading::Reading() : isOutermost_(!files) {
-  if (isOutermost_) files = std::make_unique<Files>();
-}
-
-Reading::~Reading() {
-  if (isOutermost_) files.reset();
-}
-
-std::optional<FileFailure> Unread() {
-  const Reading reading;
-  if (auto failure = UnreadOf(files->settings)) return failure;
-  return files->make ? UnreadOf(*files->make) : std::nullopt;
-}
-
-Change::Change() {
-  assert(!files);
-  files = std::make_unique<Files>();
-  files->maySet = true;
-}
-
-Change::~Change() { files.reset(); }
-
-std::optional<FileFailure> Change::Save() {
-  EZINILib::WholeINI& settings = files->settings;
-  if (auto failure = UnreadOf(settings)) return failure;
-  const std::error_code reason = settings.Save();
-  if (!reason) return std::nullopt;
-  const FileFailure failure = FailureOf(settings, "written", reason);
-  files->settings = EZINILib::WholeINI(SettingsFile());
-  return failure;
-}
-
 std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) {
-  if (files) return files->settings.Read(section, key, fallback);
-  return EZINILib::ReadINI(SettingsFile(), section, key, fallback);
+  return Settings().GetSetting(section, key, fallback);
 }
 
 void PutSetting(std::string_view section, std::string_view key, std::string_view value) {
-  if (!files) return EZINILib::WriteINI(SettingsFile(), section, key, value);
-  assert(files->maySet);
-  files->settings.Write(section, key, value);
+  Change change;
+  change.PutSetting(section, key, value);
+  [[maybe_unused]] const auto failure = change.Save();
 }
 
 std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback) {
-  if (!files) return EZINILib::ReadINI(MakeFile(), section, key, fallback);
-  if (!files->make) files->make.emplace(MakeFile());
-  return files->make->Read(section, key, fallback);
+  return EZINILib::ReadINI(MakeFile(), section, key, fallback);
 }
 
-std::int64_t GetNumber(std::string_view section, std::string_view key, std::int32_t fallback) {
-  return WholeNumber(GetSetting(section, key, std::to_string(fallback))).value_or(fallback);
+std::int64_t FindMod(std::string_view game, std::string_view name) { return Settings().FindMod(game, name); }
+
+// There are file systems where a file that is replaced is missing for a moment. Nobody replaces it under the lock.
+Settings::Settings() : Settings(std::error_code()) {
+  if (settings_.IsThere() || unread_) return;
+  const platform::ToolLock lock = platform::LockTool();
+  settings_ = EZINILib::WholeINI(SettingsFile());
+  unread_ = FailureOf(SettingsFile(), "read", settings_.Unread());
 }
 
-std::int64_t GetMakeNumber(std::string_view section, std::string_view key, std::int32_t fallback) {
-  return WholeNumber(GetMakeSetting(section, key, std::to_string(fallback))).value_or(fallback);
+Settings::Settings(std::string_view settings, std::string_view make)
+    : settings_(settings), make_(make), isMakeRead_(true) {}
+
+Settings::Settings(const std::error_code& lockFailure)
+    : settings_(SettingsFile()),
+      unread_(lockFailure ? FailureOf(SettingsFile(), "written", lockFailure)
+                          : FailureOf(SettingsFile(), "read", settings_.Unread())) {}
+
+std::optional<FileFailure> Settings::Unread() const {
+  return unread_ ? unread_ : FailureOf(MakeFile(), "read", make_.Unread());
 }
 
-void PutNumber(std::string_view section, std::string_view key, std::int64_t number) {
-  PutSetting(section, key, std::to_string(number));
+std::string Settings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
+  return settings_.Read(section, key, fallback);
 }
 
-std::int64_t GameCount() {
-  return Count("Games", "Count", kNoGameCount, [](std::int64_t n) { return IsThere("Games", schema::GameKey(n)); });
+std::string Settings::GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
+  if (!std::exchange(isMakeRead_, true)) make_ = EZINILib::WholeINI(MakeFile());
+  return make_.Read(section, key, fallback);
 }
 
-std::int64_t ModCount(std::string_view game) {
-  return Count(game, "ModCount", 0, [game](std::int64_t n) {
+std::int64_t Settings::GetNumber(std::string_view section, std::string_view key, std::int32_t fallback) const {
+  return WholeNumber(GetSetting(section, key, "")).value_or(fallback);
+}
+
+std::int64_t Settings::GetMakeNumber(std::string_view section, std::string_view key, std::int32_t fallback) const {
+  return WholeNumber(GetMakeSetting(section, key, "")).value_or(fallback);
+}
+
+std::int64_t Settings::GameCount() const {
+  return Count(*this, "Games", "Count", kNoGameCount,
+               [this](std::int64_t n) { return IsThere(*this, "Games", schema::GameKey(n)); });
+}
+
+std::int64_t Settings::ModCount(std::string_view game) const {
+  return Count(*this, game, "ModCount", 0, [&](std::int64_t n) {
     const std::string section = schema::ModSection(game, n);
-    return IsThere(section, "Name") || IsThere(section, "Active") || IsThere(section, "DirCount");
+    return IsThere(*this, section, "Name") || IsThere(*this, section, "Active") || IsThere(*this, section, "DirCount");
   });
 }
 
-std::int64_t DirCount(std::string_view modSection) {
-  return Count(modSection, "DirCount", 0, [=](std::int64_t n) { return IsThere(modSection, schema::DirKey(n)); });
+std::int64_t Settings::DirCount(std::string_view modSection) const {
+  return Count(*this, modSection, "DirCount", 0,
+               [&](std::int64_t n) { return IsThere(*this, modSection, schema::DirKey(n)); });
 }
 
-std::string GameName(std::int64_t game) { return GetSetting("Games", schema::GameKey(game), "Unknown"); }
+std::string Settings::GameName(std::int64_t game) const {
+  return GetSetting("Games", schema::GameKey(game), "Unknown");
+}
 
-std::string GamePath(std::string_view game) { return GetSetting(game, "Path", "C:\\"); }
+std::string Settings::GamePath(std::string_view game) const { return GetSetting(game, "Path", "C:\\"); }
 
-std::int64_t FindMod(std::string_view game, std::string_view name) {
-  const Reading reading;
+std::optional<std::int64_t> Settings::FindGame(std::string_view name) const {
+  const std::int64_t count = GameCount();
+  for (std::int64_t n = 1; n <= count; ++n) {
+    if (GameName(n) == name) return n;
+  }
+  return std::nullopt;
+}
+
+std::int64_t Settings::FindMod(std::string_view game, std::string_view name) const {
   const std::int64_t count = ModCount(game);
-  for (std::int64_t i = 1; i <= count; ++i) {
-    if (GetSetting(schema::ModSection(game, i), "Name", "Unknown") == name) return i;
+  for (std::int64_t n = 1; n <= count; ++n) {
+    if (GetSetting(schema::ModSection(game, n), "Name", "Unknown") == name) return n;
   }
   return kNoMod;
+}
+
+std::string Settings::InstallFolder(std::string_view game) const { return FindGame(game) ? GamePath(game) : ""; }
+
+Change::Change() : Change(platform::LockTool()) {}
+
+Change::Change(platform::ToolLock lock) : Settings(lock.failure), lock_(std::move(lock)) {}
+
+void Change::PutSetting(std::string_view section, std::string_view key, std::string_view value) {
+  settings_.Write(section, key, value);
+}
+
+void Change::PutNumber(std::string_view section, std::string_view key, std::int64_t number) {
+  PutSetting(section, key, std::to_string(number));
+}
+
+std::optional<FileFailure> Change::Save() {
+  if (unread_) return unread_;
+  auto failure = FailureOf(SettingsFile(), "written", settings_.Save(SettingsFile()));
+  if (failure) settings_ = EZINILib::WholeINI(SettingsFile());
+  return failure;
 }
 
 }  // namespace Module1

@@ -5,24 +5,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <climits>
+#include <cstring>
+#include <memory>
 #include <string>
 #include <thread>
 #include <utility>
 
 #include "platform/linux/drives.h"
+#include "platform/read_to_end.h"
 
 namespace platform {
 namespace {
-
-// Beside the file that it is about to replace. Not made from that file's name, which may already be as long as names
-// can be; one left behind by a crash is taken over by the next write. The others are for a folder in which something
-// that cannot be removed has the first.
-constexpr std::array<std::string_view, 3> kNewFileNames = {".gantrel-new", ".gantrel-new2", ".gantrel-new3"};
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
@@ -143,55 +139,36 @@ std::error_code CheckMayBeReplaced(const std::string& path, const struct stat& o
   return (old.st_mode & kAnyonesWrite) != 0 ? std::error_code() : std::make_error_code(std::errc::permission_denied);
 }
 
-// Waits until no other program writes in the folder, and keeps others from it until the folder is closed, if only by
-// the end of the process. So what is found there under the name of a new file is nobody's, and may be removed.
-std::error_code Lock(const File& folder) {
-  constexpr auto kMoment = std::chrono::milliseconds(1);
-  const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-  while (flock(folder.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno == EINTR) continue;
-    if (errno != EWOULDBLOCK) return LastError();
-    if (std::chrono::steady_clock::now() > patience) return FileRefusal::Busy;
-    std::this_thread::sleep_for(kMoment);
-  }
-  return {};
+// Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
+// can be. The number is the tool's folder's, so tools of different folders that write one game's module file do not
+// share it; those of one folder have the lock.
+std::string NewFileBeside(const std::string& path) {
+  struct stat tool = {};
+  stat(BesideExecutable("").text.c_str(), &tool);
+  return FolderOf(path) + ".gantrel-new-" + std::to_string(tool.st_ino);
 }
 
-// Some file systems of a network lock no folders, and a folder that may not be listed cannot be locked.
-bool CannotBeLocked(const std::error_code& failure) {
-  return failure == std::errc::bad_file_descriptor || failure == std::errc::no_lock_available ||
-         failure == std::errc::not_supported || failure == std::errc::function_not_supported ||
-         failure == std::errc::permission_denied;
-}
-
-// Empty, and new: a link or another file that somebody has put under the name is not written to. Where the folder is
-// not locked, what has the name may be another program's, and is let alone. `path` becomes the file's own.
-File CreateNewFile(const std::string& folder, bool isLocked, std::string& path) {
-  for (const std::string_view name : kNewFileNames) {
-    path = folder + std::string(name);
-    if (isLocked) {
-      unlink(path.c_str());
-    } else {
-      path.append("-").append(std::to_string(getpid()));
-    }
-    File file(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
-    if (file.OpenFailure() != std::errc::file_exists) return file;
-  }
-  return File(std::make_error_code(std::errc::file_exists));
+// The permissions must be kept, where the disk has any, and come last since a new owner clears some. The owner can be
+// kept only by root.
+std::error_code KeepOwnerAndPermissions(const File& file, const struct stat& old) {
+  if (fchown(file.Descriptor(), old.st_uid, old.st_gid) != 0) [[maybe_unused]]
+    const int groupKept = fchown(file.Descriptor(), static_cast<uid_t>(-1), old.st_gid);
+  constexpr mode_t kPermissions = 07777;
+  if (fchmod(file.Descriptor(), old.st_mode & kPermissions) == 0) return {};
+  const std::error_code failure = LastError();
+  struct stat made = {};
+  const bool isAlike = fstat(file.Descriptor(), &made) == 0 && ((made.st_mode ^ old.st_mode) & kPermissions) == 0;
+  return isAlike ? std::error_code() : failure;
 }
 
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
-std::error_code ReplaceByRenaming(const std::string& path, std::string_view bytes, const struct stat* old,
-                                  bool isLocked) {
-  std::string newPath;
-  File file = CreateNewFile(FolderOf(path), isLocked, newPath);
+// The new file is made, never opened: a link or another file that somebody has put under its name is not written to.
+std::error_code ReplaceByRenaming(const std::string& path, std::string_view bytes, const struct stat* old) {
+  const std::string newPath = NewFileBeside(path);
+  unlink(newPath.c_str());
+  File file(newPath, O_WRONLY | O_CREAT | O_EXCL, 0666);
   if (!file.IsOpen()) return file.OpenFailure();
-  std::error_code failure;
-  if (old != nullptr) {
-    // The owner can be kept only by root; the permissions must be, and come last since a new owner clears some.
-    [[maybe_unused]] const int ownerKept = fchown(file.Descriptor(), old->st_uid, old->st_gid);
-    if (fchmod(file.Descriptor(), old->st_mode & 07777U) != 0) failure = LastError();
-  }
+  std::error_code failure = old != nullptr ? KeepOwnerAndPermissions(file, *old) : std::error_code();
   if (!failure) failure = file.Write(bytes);
   if (!failure) failure = file.Flush();
   if (const auto late = file.Close(); !failure) failure = late;
@@ -209,13 +186,13 @@ std::error_code Overwrite(const File& file, std::string_view bytes) {
 
 // Where the folder takes no new file. The old bytes are read first, and put back when the new ones do not fit.
 std::error_code ReplaceInPlace(const std::string& path, std::string_view bytes) {
-  FileBytes old;
-  if (const auto failure = old.Read({path})) return failure;
+  std::string old;
+  if (const auto failure = ReadFile({path}, old)) return failure;
   const File file(path, O_WRONLY);
   if (!file.IsOpen()) return file.OpenFailure();
   const auto failure = Overwrite(file, bytes);
   if (failure) [[maybe_unused]]
-    const auto restored = Overwrite(file, old.View());
+    const auto restored = Overwrite(file, old);
   return failure;
 }
 
@@ -228,29 +205,37 @@ bool OnlyTheFolderRefused(const std::error_code& failure) {
 
 }  // namespace
 
-std::error_code FileBytes::Read(const HostPath& path) {
-  bytes_ = {};
+// The system's own text would be in the user's language and in UTF-8.
+std::string Reason(const std::error_code& failure) {
+  const bool isSystems = failure.category() == std::generic_category() || failure.category() == std::system_category();
+  const char* const text = isSystems ? strerrordesc_np(failure.value()) : nullptr;
+  return text != nullptr ? text : failure.message();
+}
+
+// Not every file system can lock, and a folder that may not be listed cannot be opened for it.
+ToolLock LockTool() {
+  constexpr auto kMoment = std::chrono::milliseconds(1);
+  constexpr auto kPatience = std::chrono::seconds(5);
+  const auto folder = std::make_shared<File>(BesideExecutable("").text, O_RDONLY | O_DIRECTORY);
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (flock(folder->Descriptor(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK && errno != EINTR) return {};
+    if (std::chrono::steady_clock::now() > end) return {nullptr, FileRefusal::Busy};
+    std::this_thread::sleep_for(kMoment);
+  }
+  return {folder, {}};
+}
+
+std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t most) {
+  bytes.clear();
   if (!path.text.starts_with('/')) return FileRefusal::FolderUnknown;
   const File file = OpenForReading(path);
   if (!file.IsOpen()) return file.OpenFailure();
   struct stat status = {};
   if (fstat(file.Descriptor(), &status) != 0) return LastError();
   if (const auto refusal = CheckIsFile(status)) return refusal;
-
-  char* room = room_.data();
-  std::size_t count = 0;
-  if (const auto failure = file.Read(room, room_.size(), count)) return failure;
-  if (count == room_.size()) {
-    if (!largeRoom_) largeRoom_ = std::make_unique_for_overwrite<char[]>(most_ + 1);
-    std::copy_n(room, count, largeRoom_.get());
-    room = largeRoom_.get();
-    std::size_t more = 0;
-    if (const auto failure = file.Read(room + count, most_ + 1 - count, more)) return failure;
-    count += more;
-    if (count > most_) return FileRefusal::TooLarge;
-  }
-  bytes_ = {room, count};
-  return {};
+  return ReadToEnd(static_cast<std::size_t>(status.st_size), most, bytes,
+                   [&file](char* room, std::size_t size, std::size_t& count) { return file.Read(room, size, count); });
 }
 
 std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
@@ -263,12 +248,7 @@ std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
   if (isThere) {
     if (const auto refusal = CheckMayBeReplaced(target.text, old)) return refusal;
   }
-  const File folder(FolderOf(target.text), O_RDONLY | O_DIRECTORY);
-  std::error_code failure = folder.IsOpen() ? Lock(folder) : folder.OpenFailure();
-  const bool isLocked = !failure;
-  if (isLocked || CannotBeLocked(failure)) {
-    failure = ReplaceByRenaming(target.text, bytes, isThere ? &old : nullptr, isLocked);
-  }
+  const std::error_code failure = ReplaceByRenaming(target.text, bytes, isThere ? &old : nullptr);
   return isThere && OnlyTheFolderRefused(failure) ? ReplaceInPlace(target.text, bytes) : failure;
 }
 

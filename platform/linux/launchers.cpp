@@ -64,10 +64,10 @@ Texts TextsOfYaml(std::string_view bytes) {
 // All paths that a launcher's file has, under whatever key: what is there tells which of them are prefixes or
 // libraries, so that no change of the keys can hide one.
 Texts PathsIn(const std::string& file, Texts (*textsOf)(std::string_view)) {
-  FileBytes bytes;
-  if (bytes.Read({file})) return {};
+  std::string bytes;
+  if (ReadFile({file}, bytes)) return {};
   Texts paths;
-  for (std::string& text : textsOf(bytes.View())) {
+  for (std::string& text : textsOf(bytes)) {
     if (text.starts_with("~/")) text.replace(0, 1, HomeFolder());
     if (text.starts_with('/')) paths.push_back(std::move(text));
   }

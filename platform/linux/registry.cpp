@@ -42,10 +42,10 @@ std::int32_t RegOpenKeyExA(std::int32_t root, std::string_view keyName, std::uin
   *key = nullptr;
   if (root != kHkeyLocalMachine) return kErrorFileNotFound;
   constexpr std::size_t kMost = std::size_t{256} * 1024 * 1024;  // a full prefix has tens of megabytes
-  FileBytes file(kMost);
+  std::string file;
   for (const HostPath& prefix : Prefixes()) {
-    if (file.Read({prefix.text + "/system.reg"})) continue;
-    const auto lines = FindRegistryKey(file.View(), keyName);
+    if (ReadFile({prefix.text + "/system.reg"}, file, kMost)) continue;
+    const auto lines = FindRegistryKey(file, keyName);
     if (!lines) continue;
     *key = new OpenRegistryKey{std::string(*lines), prefix};
     return kErrorSuccess;

@@ -1,23 +1,23 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/read_to_end.h"
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 
 namespace platform {
 namespace {
 
-// Beside the file that it is about to replace. Not made from that file's name, which may already be as long as names
-// can be; one left behind by a crash is taken over by the next write. The others are for a folder in which something
-// that cannot be removed has the first.
-constexpr std::array<std::wstring_view, 3> kNewFileNames = {L".gantrel-new", L".gantrel-new2", L".gantrel-new3"};
+// Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
+// can be; one left behind by a crash is taken over by the next write.
+constexpr std::wstring_view kNewFileName = L".gantrel-new";
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
@@ -91,7 +91,7 @@ class File {
     for (count = 0; count < size;) {
       DWORD more = 0;
       const DWORD wanted = static_cast<DWORD>(std::min(size - count, kMostAtOnce));
-      if (ReadFile(handle_, room + count, wanted, &more, nullptr) == 0) return GetLastError();
+      if (::ReadFile(handle_, room + count, wanted, &more, nullptr) == 0) return GetLastError();
       if (more == 0) break;
       count += more;
     }
@@ -166,21 +166,16 @@ DWORD GiveWhatIsKept(const File& file, const std::wstring& path, Kept& kept) {
 }
 
 // A file that nobody else may write, rename or remove while it is open. What is found under its name was left behind,
-// or it could not be removed.
-DWORD CreateNewFile(const std::wstring& folder, DWORD attributes, std::optional<File>& file, std::wstring& path) {
-  DWORD failure = ERROR_SUCCESS;
-  for (const std::wstring_view name : kNewFileNames) {
-    path = std::wstring(folder).append(name);
-    const auto create = [&] {
-      const DWORD removal = ResultOf(DeleteFileW(path.c_str()));
-      if (IsHeld(removal)) return removal;
-      file.emplace(path, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
-      const bool wasOvertaken = file->OpenFailure() == ERROR_FILE_EXISTS && removal != ERROR_ACCESS_DENIED;
-      return wasOvertaken ? ERROR_SHARING_VIOLATION : file->OpenFailure();
-    };
-    failure = Retried(create, IsHeld, kPatienceForWriters);
-    if (failure != ERROR_FILE_EXISTS) break;
-  }
+// or is being written by a tool of another folder.
+DWORD CreateNewFile(const std::wstring& path, DWORD attributes, std::optional<File>& file) {
+  const auto create = [&] {
+    const DWORD removal = ResultOf(DeleteFileW(path.c_str()));
+    if (IsHeld(removal)) return removal;
+    file.emplace(path, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
+    const bool wasOvertaken = file->OpenFailure() == ERROR_FILE_EXISTS && removal != ERROR_ACCESS_DENIED;
+    return wasOvertaken ? ERROR_SHARING_VIOLATION : file->OpenFailure();
+  };
+  const DWORD failure = Retried(create, IsHeld, kPatienceForWriters);
   return IsHeld(failure) ? ERROR_BUSY : failure;
 }
 
@@ -217,9 +212,8 @@ void Remove(const File& file) {
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
 DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, Kept* kept) {
   std::optional<File> file;
-  std::wstring newPath;
-  const DWORD attributes = kept != nullptr ? kept->attributes : FILE_ATTRIBUTE_NORMAL;
-  DWORD failure = CreateNewFile(path.substr(0, path.rfind(L'\\') + 1), attributes, file, newPath);
+  const std::wstring newPath = path.substr(0, path.rfind(L'\\') + 1).append(kNewFileName);
+  DWORD failure = CreateNewFile(newPath, kept != nullptr ? kept->attributes : FILE_ATTRIBUTE_NORMAL, file);
   if (failure != ERROR_SUCCESS) return failure;
   failure = file->Write(bytes);
   if (failure == ERROR_SUCCESS && kept != nullptr) failure = GiveWhatIsKept(*file, newPath, *kept);
@@ -239,13 +233,13 @@ DWORD Overwrite(const File& file, std::string_view bytes) {
 // Where the file cannot be exchanged for another. The old bytes are read first, and put back when the new ones do not
 // fit.
 std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes) {
-  FileBytes old;
-  if (const auto failure = old.Read({path})) return failure;
+  std::string old;
+  if (const auto failure = ReadFile({path}, old)) return failure;
   const File file(path, GENERIC_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   const DWORD failure = Overwrite(file, bytes);
   if (failure != ERROR_SUCCESS) [[maybe_unused]]
-    const DWORD restored = Overwrite(file, old.View());
+    const DWORD restored = Overwrite(file, old);
   return ToError(failure);
 }
 
@@ -258,28 +252,34 @@ bool OnlyTheExchangeWasRefused(DWORD code) {
 
 }  // namespace
 
-std::error_code FileBytes::Read(const HostPath& path) {
-  bytes_ = {};
+std::string Reason(const std::error_code& failure) { return failure.message(); }
+
+// Named after the folder itself, whichever path leads to it. The system releases it when the program ends.
+ToolLock LockTool() {
+  const File folder(ToSystem(BesideExecutable("")), FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+  BY_HANDLE_FILE_INFORMATION information = {};
+  if (!folder.IsOpen() || GetFileInformationByHandle(folder.Handle(), &information) == 0) return {};
+  const std::wstring name = L"Global\\Gantrel-" + std::to_wstring(information.dwVolumeSerialNumber) + L"-" +
+                            std::to_wstring(information.nFileIndexHigh) + L"-" +
+                            std::to_wstring(information.nFileIndexLow);
+  HANDLE const mutex = CreateMutexW(nullptr, FALSE, name.c_str());
+  if (mutex == nullptr) return {};
+  const std::shared_ptr<void> opened(mutex, CloseHandle);
+  if (WaitForSingleObject(mutex, kPatienceForWriters) == WAIT_TIMEOUT) return {nullptr, FileRefusal::Busy};
+  return {std::shared_ptr<void>(mutex, [opened](HANDLE held) { ReleaseMutex(held); }), {}};
+}
+
+std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t most) {
+  bytes.clear();
   if (!IsAbsolute(path)) return FileRefusal::FolderUnknown;
   const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // which opens folders, too
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   BY_HANDLE_FILE_INFORMATION information = {};
   if (const auto failure = CheckIsFile(file, information)) return failure;
-
-  char* room = room_.data();
-  std::size_t count = 0;
-  if (const DWORD failure = file.Read(room, room_.size(), count)) return ToError(failure);
-  if (count == room_.size()) {
-    largeRoom_ = std::make_unique_for_overwrite<char[]>(most_ + 1);
-    std::copy_n(room, count, largeRoom_.get());
-    room = largeRoom_.get();
-    std::size_t more = 0;
-    if (const DWORD failure = file.Read(room + count, most_ + 1 - count, more)) return ToError(failure);
-    count += more;
-    if (count > most_) return FileRefusal::TooLarge;
-  }
-  bytes_ = {room, count};
-  return {};
+  const auto size = std::size_t{information.nFileSizeHigh} << 32U | information.nFileSizeLow;
+  return ReadToEnd(size, most, bytes, [&file](char* room, std::size_t roomSize, std::size_t& count) {
+    return ToError(file.Read(room, roomSize, count));
+  });
 }
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.

@@ -36,17 +36,17 @@ bool GoesWrong(const char* outcome, const HostPath& path) {
 }  // namespace
 
 // The linker leads the tool's calls of the two functions through here, by the names that it knows them under.
-std::error_code Read(platform::FileBytes* bytes,
-                     const HostPath& path) __asm__("__real__ZN8platform9FileBytes4ReadERKNS_8HostPathE");
-std::error_code TryToRead(platform::FileBytes* bytes,
-                          const HostPath& path) __asm__("__wrap__ZN8platform9FileBytes4ReadERKNS_8HostPathE");
+std::error_code Read(const HostPath& path, std::string& bytes, std::size_t most) __asm__(
+    "__real__ZN8platform8ReadFileERKNS_8HostPathERNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEm");
+std::error_code TryToRead(const HostPath& path, std::string& bytes, std::size_t most) __asm__(
+    "__wrap__ZN8platform8ReadFileERKNS_8HostPathERNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEm");
 std::error_code Replace(const HostPath& path, std::string_view bytes) __asm__(
     "__real__ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE");
 std::error_code TryToReplace(const HostPath& path, std::string_view bytes) __asm__(
     "__wrap__ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE");
 
-std::error_code TryToRead(platform::FileBytes* bytes, const HostPath& path) {
-  return GoesWrong("read", path) ? std::make_error_code(std::errc::io_error) : Read(bytes, path);
+std::error_code TryToRead(const HostPath& path, std::string& bytes, std::size_t most) {
+  return GoesWrong("read", path) ? std::make_error_code(std::errc::io_error) : Read(path, bytes, most);
 }
 std::error_code TryToReplace(const HostPath& path, std::string_view bytes) {
   return GoesWrong("written", path) ? std::make_error_code(std::errc::no_space_on_device) : Replace(path, bytes);
@@ -105,9 +105,9 @@ const Command kCommands[] = {
     {"Delete", "Delete Mod", Click("lstNotActive", "Beta"), ClickAndAnswer("cmdDeleteMod"), 2, 1},
     {"NewMod", "New Mod", kOpenNewMod, InTurn({ClickAndAnswer("OKButton"), kTypeOn}), 1, 1},
     {"AddGame", "New", kOpenSetup, kAddGame, 4, 1},
-    {"RemoveGame", "Delete", kOpenSetup, ClickAndAnswer("cmdDelete"), 3, 1},
+    {"RemoveGame", "Delete", kOpenSetup, ClickAndAnswer("cmdDelete"), 4, 1},
     {"Start", "Gantrel", {}, kStart, 2, 0},
-    {"FirstStart", "DoW Installation Setup", {}, kStart, 4, 1, true},
+    {"FirstStart", "DoW Installation Setup", {}, kStart, 8, 1, true},
 };
 
 // What a command leaves, on the disk and on the screen.

@@ -41,9 +41,9 @@ bool IsTrueReason(const std::error_code& failure, const Fault& fault) {
 std::error_code Replace(const HostPath& path) { return platform::ReplaceFile(path, kNew); }
 
 std::error_code Read(const HostPath& path) {
-  platform::FileBytes bytes;
-  const auto failure = bytes.Read(path);
-  EXPECT_TRUE(failure ? bytes.View().empty() : bytes.View() == kOld || bytes.View() == kLarge);
+  std::string bytes;
+  const auto failure = platform::ReadFile(path, bytes);
+  EXPECT_TRUE(failure ? bytes.empty() : bytes == kOld || bytes == kLarge);
   return failure;
 }
 

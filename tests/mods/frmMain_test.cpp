@@ -39,7 +39,6 @@ TEST(MainWindow, ShowsTheSettings) {
       {"no number is 0, and a mod without a name is Unknown",
        Settings(2, {{"a", "x"}}) + Text({"[Dawn of War.2]", "Active="}), "[Dawn of War]", "a, Unknown | ()", ofActive},
       {"a game without a name is Unknown", Text({"[Games]", "Count=2", "DoW1=A"}), "[A], Unknown", "() | ()", all},
-      {"a count below 0 is no game", Text({"[Games]", "Count=-3", "DoW1=A"}), "()", "() | ()", all},
       {"a damaged count is no first start", Text({"[Games]", "Count=?", "DoW1=A"}), "[A]", "() | ()", all},
       {"names are plain text",
        Text({"[Games]", "Count=1", "DoW1=<b>x</b> & y", "[<b>x</b> & y]", "ModCount=1", "[<b>x</b> & y.1]", "Name=&z"}),

@@ -64,7 +64,8 @@ TEST(ModuleWriter, TheModuleFileIsFoundInAnySpelling) {
 
 TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
   const std::string renamed = With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed");
-  Check(FourMods(), {"", {Write(renamed), kWriteModule, Sees({})}, kLists, renamed});
+  const Message noGame = {"Make Module", "Please set up a game first.", "exclamation", {"OK"}};
+  Check(FourMods(), {"", {Write(renamed), kWriteModule, Sees(noGame), Answer("OK")}, kLists, renamed});
 }
 
 TEST(ModuleWriter, AFailureIsSaid) {

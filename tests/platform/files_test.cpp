@@ -20,7 +20,6 @@
 #include "support/own_folder.h"
 
 namespace fs = std::filesystem;
-using platform::FileBytes;
 using platform::FileRefusal;
 using support::ReadFile;
 using support::WriteFile;
@@ -30,7 +29,10 @@ namespace {
 std::error_code Replace(const fs::path& file, std::string_view bytes) {
   return platform::ReplaceFile({file.native()}, bytes);
 }
-std::error_code Read(const fs::path& file) { return FileBytes().Read({file.native()}); }
+std::error_code Read(const fs::path& file) {
+  std::string bytes;
+  return platform::ReadFile({file.native()}, bytes);
+}
 
 // A folder with one file, "old", to be replaced.
 class Files : public testing::Test {
@@ -55,7 +57,7 @@ TEST_F(Files, WhatIsNotReadOrReplacedIsSaidAndWhatHasTheNameOfTheNewFileStopsNot
   fs::create_directories(folder_ / ".gantrel-new" / "full");
   fs::permissions(file_, fs::perms(0444));
   WriteFile(folder_ / "large", "");
-  fs::resize_file(folder_ / "large", FileBytes::kMost + 1);
+  fs::resize_file(folder_ / "large", platform::kMostBytes + 1);
 #ifdef _WIN32
   const fs::path device = folder_ / "NUL";
 #else
@@ -92,10 +94,13 @@ TEST_F(Files, SeveralAtOnceWriteNothingButTheirOwn) {
   const auto write = [](const fs::path& own, char letter, const fs::path& another) {
     for (std::size_t i = 1; i <= 40; ++i) {
       const std::string bytes(i * 1000, letter);
-      EXPECT_EQ(Replace(own, bytes), std::error_code());
-      FileBytes ofAnother;
-      EXPECT_EQ(ofAnother.Read({another.native()}), std::error_code());
-      EXPECT_TRUE(!ofAnother.View().empty() && ofAnother.View().size() % 1000 == 0);
+      {
+        const platform::ToolLock lock = platform::LockTool();
+        EXPECT_EQ(Replace(own, bytes), std::error_code());
+      }
+      std::string ofAnother;
+      EXPECT_EQ(platform::ReadFile({another.native()}, ofAnother), std::error_code());
+      EXPECT_TRUE(!ofAnother.empty() && ofAnother.size() % 1000 == 0);
       EXPECT_EQ(ReadFile(own), bytes);
     }
   };

@@ -38,7 +38,7 @@ TEST_F(Settings, EachCallReadsOrReplacesTheFileAsItIs) {
   EXPECT_EQ(ReadFile(SettingsFile()), "[Games]\r\nCount=1\r\n");
   WriteFile(SettingsFile(), "[A]\nx=2\nActive=many\n");
   EXPECT_EQ(GetSetting("A", "x", ""), "2");
-  EXPECT_EQ(Module1::GetNumber("A", "Active", 7), 7);
+  EXPECT_EQ(Module1::Settings().GetNumber("A", "Active", 7), 7);
 }
 
 TEST_F(Settings, ReadsGiveAtMost254CharactersOfAFileOfAnySize) {
@@ -60,31 +60,30 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
     EXPECT_EQ(GetSetting("A", "x", ""), "");
     PutSetting("A", "x", "2");
     EXPECT_EQ(ReadFile(SettingsFile()), text);
-    EXPECT_TRUE(Module1::Unread());
+    EXPECT_TRUE(Module1::Settings().Unread());
   }
   fs::remove(SettingsFile());
   fs::remove(support::ExecutableFolder() / "Make.ini");
   fs::create_directory(support::ExecutableFolder() / "Make.ini");
-  const Module1::Reading reading;
-  EXPECT_FALSE(Module1::Unread());
-  EXPECT_EQ(Module1::GetMakeNumber("Make", "NextDirNum", 5), 5);
-  EXPECT_TRUE(Module1::Unread()) << "of Make.ini, once it was asked for";
+  const Module1::Settings settings;
+  EXPECT_FALSE(settings.Unread());
+  EXPECT_EQ(settings.GetMakeNumber("Make", "NextDirNum", 5), 5);
+  EXPECT_TRUE(settings.Unread()) << "of Make.ini, once it was asked for";
 }
 
 TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   const struct {
     std::string count;
     std::int64_t read;
-  } rows[] = {{"2", 2},     {" 5 ", 5},        {"-7", -7},  {"32767", 32767},
-              {"32768", 3}, {"2147483648", 3}, {"four", 3}, {"", 3}};
+  } rows[] = {{"2", 2}, {" 5 ", 5}, {"-7", 3}, {"32767", 32767}, {"32768", 3}, {"2147483648", 3}, {"four", 3}, {"", 3}};
   for (const auto& [count, read] : rows) {
     std::string text = "[Games]\nCount=";
     text.append(count).append("\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=").append(count);
     text.append("\n[G.1]\nDirCount=").append(count).append("\nDir1=a\nDir2=\nDir3=c\nDir5=e\n");
-    WriteFile(SettingsFile(), text + "[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
-    EXPECT_EQ(Module1::GameCount(), read) << count;
-    EXPECT_EQ(Module1::ModCount("G"), read) << count;
-    EXPECT_EQ(Module1::DirCount("G.1"), read) << count;
+    const Module1::Settings settings(text + "[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
+    EXPECT_EQ(settings.GameCount(), read) << count;
+    EXPECT_EQ(settings.ModCount("G"), read) << count;
+    EXPECT_EQ(settings.DirCount("G.1"), read) << count;
   }
 }
 
@@ -92,13 +91,13 @@ TEST_F(Settings, AChangeReachesTheFileWhenItIsSaved) {
   WriteFile(SettingsFile(), "[A]\nx=1\n");
   const std::string longer(300, 'y');
   for (const bool isSaved : {false, true}) {
-    const Module1::Change change;
-    PutSetting("A", "x", "2");
-    PutSetting("B", "y", longer);
-    EXPECT_EQ(GetSetting("B", "y", ""), longer.substr(0, 254));
+    Module1::Change change;
+    change.PutSetting("A", "x", "2");
+    change.PutSetting("B", "y", longer);
+    EXPECT_EQ(change.GetSetting("B", "y", ""), longer.substr(0, 254));
     EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=1\n");
-    EXPECT_FALSE(isSaved && Module1::Change::Save());
-    EXPECT_EQ(GetSetting("A", "x", ""), "2");
+    EXPECT_FALSE(isSaved && change.Save());
+    EXPECT_EQ(change.GetSetting("A", "x", ""), "2");
   }
   EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=2\n[B]\ny=" + longer + "\n");
 }

@@ -1,10 +1,8 @@
-#include "platform/profile_text.h"
+#include "settings/profile_text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-
-using platform::ProfileText;
 
 namespace {
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/dialogs.h"
+#include "settings/file_failure.h"
+
+// What a command tells the user when it has ended, in one place. Nothing that is told lives while a change does: a
+// message waits for the user, and a change locks others out.
+struct Message {
+  std::string text;
+  std::string outcome = {};  // what that means for the user's data
+  platform::Icon icon = platform::Icon::Critical;
+};
+
+namespace messages {
+
+Message NoGame();
+Message NameIsBlank();
+Message NameIsTaken();
+
+// Of a failure; nothing when there is none.
+std::optional<Message> Failed(const std::optional<FileFailure>& failure);
+std::optional<Message> NotMade(const std::optional<FileFailure>& failure);  // of the module file
+
+// "12 of 400 mods were activated." for `all` that stopped in the middle.
+std::string HowFar(int done, int all, bool isActivated);
+
+// Shows it under the command's title; nothing when there is none.
+void Show(std::string_view title, const std::optional<Message>& message);
+
+}  // namespace messages
