@@ -2,13 +2,74 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 namespace {
 
-// In one pass: with the square of a megabyte, this would not come to an end. The rules are tried by the kept inputs of
-// fuzz/, which are held against a plain model of them.
-TEST(ProfileText, IsTakenApartWhateverItHolds) {
+TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
+  using Value = std::optional<std::string_view>;
+  const struct {
+    const char* text;
+    Value found;  // of "Key" in "My Section"
+  } rows[] = {
+      {"[My Section]\nKey=1\nKey=2\n", "1"},
+      {"[ my SECTION\t]\r\n\t kEY \t= 1 \t\r\n", "1"},
+      {"\xEF\xBB\xBF[My Section]\rKey=1\r", "1"},
+      {"Key=0\n[Other]\nKey=0\n[My Section]\nKey=1", "1"},
+      {"[My Section]\nOther=0\n[My Section]\nKey=1\n", {}},
+      {"[My Section]\n;Key=1\n[Key=1\nKey\n=1\nKey 2=1", {}},
+      {"x[My Section]\nKey=1\n", {}},
+      {"[My Section\nKey=1\n", {}},
+      {"[[My Section]]\nKey=0\n[My Section] ; x]\nKey=0\n[My Section] x\nKey=1", "1"},
+      {"[My Section]\nKey=\n", ""},
+      {"[My Section]\nKey= \"a=b' \" \n", "a=b' "},
+      {"[My Section]\nKey=''\n", ""},
+      {"[My Section]\nKey=\"\"x\"\"\n", "\"x\""},
+      {"[My Section]\nKey=\"x'\n", "\"x'"},
+      {"[My Section]\nKey='\n", "'"},
+      {"[My Section]\nKey=a;b [c]\n", "a;b [c]"},
+      {"", {}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(ProfileText(row.text).Find("My Section", " Key\t"), row.found) << row.text;
+  EXPECT_EQ(ProfileText("[\xE4]\n\x9A=1\n").Find("\xC4", "\x8A"), "1");
+}
+
+TEST(ProfileText, ChangesNoByteThatIsNotConcerned) {
+  const struct {
+    const char* rule;
+    std::string before;
+    std::string after;  // with "Key" in "A" set to "new"
+  } rows[] = {
+      {"a new file", "", "[A]\r\nKey=new\r\n"},
+      {"in place, as it is spelled", "[a]\n kEY = old \n;x\n", "[a]\n kEY = new \n;x\n"},
+      {"with its quotes", "[A]\nKey='old'\nKey=2\n", "[A]\nKey=new\nKey=2\n"},
+      {"where it was empty", "[A]\nKey=\n", "[A]\nKey=new\n"},
+      {"behind the last line that is not blank", "x\r\n[A]\n1=\t\n \n\n[B]\nKey=2\n",
+       "x\r\n[A]\n1=\t\nKey=new\r\n \n\n[B]\nKey=2\n"},
+      {"behind a header alone, at a text's end", "\xEF\xBB\xBFx\r[A] x", "\xEF\xBB\xBFx\r[A] x\rKey=new\r"},
+      {"in a new section", "[B]\nKey=2", "[B]\nKey=2\n[A]\nKey=new\n"},
+      {"behind what has no header", "x", "x\r\n[A]\r\nKey=new\r\n"},
+  };
+  for (const auto& row : rows) {
+    ProfileText text(row.before);
+    EXPECT_EQ(text.Text(), row.before);
+    text.Set("A", " Key ", "new");
+    EXPECT_EQ(text.Text(), row.after) << row.rule;
+  }
+  ProfileText text("[A]\n");
+  text.Set("A", "a\r\nb",
+           std::string("1\n\0"
+                       "2",
+                       4));
+  EXPECT_EQ(text.Text(), "[A]\na  b=1  2\n");
+  text.Set("A", "[B", "x]");
+  text.Set("B=x", "y", "2");
+  EXPECT_EQ(text.Text(), "[A]\na  b=1  2\n[B=x]\ny=2\n") << "a key that looks like a header becomes one";
+}
+
+// In one pass: with the square of a megabyte, this would not come to an end.
+TEST(ProfileText, IsParsedWhateverItHolds) {
   for (const char* const filler : {"[", " [", "\r", "[x]\n"}) {
     std::string text;
     while (text.size() < 1'000'000) text += filler;

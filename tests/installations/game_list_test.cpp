@@ -1,0 +1,65 @@
+#include "installations/game_list.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "tests/support/game.h"
+
+using namespace support;
+
+namespace {
+
+TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
+  using Rule = std::function<void(Module1::Change&)>;
+  const std::string three = Text({"[Games]", "Count=3", "DoW1=A", "DoW2=B", "DoW3=C", "[B]", "ModCount=7"});
+  const auto edition = [](const std::string& folder) -> Rule {
+    return [=](auto& change) { TryGame(change, "X", folder); };
+  };
+  const auto add = [](const char* name) -> Rule { return [=](auto& change) { AddGame(change, name, "D:\\x\\"); }; };
+  const auto remove = [](int n, const char* name) -> Rule {
+    return [=](auto& change) { RemoveGame(change, n, name); };
+  };
+  const struct {
+    const char* rule;
+    std::string before;
+    Rule act;
+    std::string after;
+  } rows[] = {
+      {"an edition is registered with a separator", "", edition("D:\\x"),
+       Text({"[Games]", "DoW1=X", "Count=1", "[X]", "Path=D:\\x\\", "AutoPath=1"})},
+      {"and with no second one", "", edition("D:\\x\\"),
+       Text({"[Games]", "DoW1=X", "Count=1", "[X]", "Path=D:\\x\\", "AutoPath=1"})},
+      {"not where the registry knows none", "", edition(""), ""},
+      {"nor where its folder would be cut when it is read", "", edition(std::string(254, 'x')), ""},
+      {"a game is the last", three, add("X"),
+       With(With(three, "Count=3", "Count=4"), "DoW3=C", "DoW3=C\r\nDoW4=X") +
+           Text({"[X]", "Path=D:\\x\\", "AutoPath=0"})},
+      {"or the first", "", add("X"), Text({"[Games]", "Count=1", "DoW1=X", "[X]", "Path=D:\\x\\", "AutoPath=0"})},
+      {"a damaged count covers no entry", With(three, "Count=3", "Count=-7"), add("B"),
+       With(With(With(three, "Count=3", "Count=4"), "DoW3=C", "DoW3=C\r\nDoW4=B"), "ModCount=7",
+            "ModCount=7\r\nPath=D:\\x\\\r\nAutoPath=0")},
+      {"the later ones move up, and nothing else goes", three, remove(2, "B"),
+       With(With(three, "[Games]\r\nCount=3", "[Games]\r\nCount=2"), "DoW2=B", "DoW2=C")},
+      {"the one that was asked about, where it has another number by now", three, remove(1, "B"),
+       With(With(three, "[Games]\r\nCount=3", "[Games]\r\nCount=2"), "DoW2=B", "DoW2=C")},
+      {"of two with one name the one that was asked about", With(three, "DoW1=A", "DoW1=B"), remove(2, "B"),
+       With(With(With(three, "DoW1=A", "DoW1=B"), "Count=3", "Count=2"), "DoW2=B", "DoW2=C")},
+      {"none beyond the count", With(three, "Count=3", "Count=2"), remove(3, "C"), With(three, "Count=3", "Count=2")},
+  };
+  for (const auto& row : rows) {
+    Module1::Change change(row.before);
+    row.act(change);
+    EXPECT_EQ(change.Text(), row.after) << row.rule;
+  }
+}
+
+TEST(GameList, TellsTheFoldersOfGames) {
+  const Module1::Settings settings(Text({"[Games]", "Count=2", "DoW2=B", "[B]", "Path=D:\\b\\"}));
+  EXPECT_EQ(GameEntries(settings), (Names{"Unknown (C:\\)", "B (D:\\b\\)"}));
+  EXPECT_EQ(settings.InstallFolder("B"), "D:\\b\\");
+  EXPECT_EQ(settings.InstallFolder("b"), "");
+}
+
+}  // namespace

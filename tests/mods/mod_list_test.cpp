@@ -1,0 +1,126 @@
+#include "mods/mod_list.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "module_file/module_text.h"
+#include "tests/support/game.h"
+
+using namespace support;
+
+namespace {
+
+const std::string kGame = "Dawn of War";
+
+// What a mod was before it was moved.
+std::string Scratch(const Mod& mod) { return Section("-1", mod); }
+
+TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
+  using Rule = std::function<void(Module1::Change&)>;
+  const auto activate = [](const char* name) -> Rule {
+    return [=](auto& change) { SetActive(change, kGame, name, true); };
+  };
+  const auto exchange = [](const char* moved, const char* neighbour, bool isDone) -> Rule {
+    return [=](auto& change) { EXPECT_EQ(ExchangeMods(change, kGame, moved, neighbour), isDone); };
+  };
+  const auto remove = [](const char* name) -> Rule { return [=](auto& change) { DeleteMod(change, kGame, name); }; };
+  const auto add = [](const Mod& mod) -> Rule {
+    return [=](auto& change) { RegisterMod(change, kGame, mod.name, mod.folders); };
+  };
+  const std::string unnamed = Settings(1, {{"Alpha", "1"}});
+  const Mod lessAlpha = {"Alpha", "1", kAlpha.folders, {"GammaSound"}};
+  const struct {
+    const char* rule;
+    std::string before;
+    Rule act;
+    std::string after;
+  } rows[] = {
+      {"a mod is activated in its place", FourMods(), activate("Beta"),
+       Settings(4, {kAlpha, {"Beta", "1", kBeta.folders}, kGamma, kDelta})},
+      {"and deactivated, whatever its flag was", Settings(1, {{"Alpha", "2"}}),
+       [](auto& change) { SetActive(change, kGame, "Alpha", false); }, Settings(1, {{"Alpha", "0"}})},
+      {"of two with one name the first is meant", Settings(2, {kBeta, kBeta}), activate("Beta"),
+       Settings(2, {{"Beta", "1", kBeta.folders}, kBeta})},
+      {"letter case counts", FourMods(), activate("beta"), FourMods()},
+      {"two mods exchange their numbers; folders beyond a count stay", FourMods(), exchange("Alpha", "Gamma", true),
+       Settings(4, {kGamma, kBeta, lessAlpha, kDelta}) + Scratch(kAlpha)},
+      {"not with one that is not registered", FourMods(), exchange("Alpha", "x", false), FourMods()},
+      {"nor is that one moved", FourMods(), exchange("x", "Alpha", false), FourMods()},
+      {"what is missing is written with its default, and a count plain",
+       With(With(unnamed, "DirCount=0", "DirCount=01"), "ModCount=1", "ModCount=2") +
+           Text({"[Dawn of War.2]", "Active=03"}),
+       exchange("Alpha", "Unknown", true),
+       Settings(2, {{"Unknown", "03"}}) + Text({"[Dawn of War.2]", "Active=1", "Name=Alpha", "DirCount=1", "Dir1="}) +
+           Scratch({"Alpha", "1", {""}})},
+      {"twins are one mod, and keep their contents", Settings(2, {kAlpha, kAlpha}), exchange("Alpha", "Alpha", true),
+       Settings(2, {kAlpha, kAlpha}) + Scratch(kAlpha)},
+      {"the mods behind a deleted one move down", FourMods(), remove("Beta"),
+       Settings(3, {kAlpha, kGamma, {"Delta", "0", {}, kGamma.folders}, kDelta})},
+      {"the last one goes alone", FourMods(), remove("Delta"), Settings(3, {kAlpha, kBeta, kGamma, kDelta})},
+      {"one that is gone takes no other with it", FourMods(), remove("x"), FourMods()},
+      {"a new mod is the last, available, with its name as typed", FourMods(), add({" N\xE9w ", "", {"b", "Zoo"}}),
+       Settings(5, {kAlpha, kBeta, kGamma, kDelta, {" N\xE9w ", "0", {"b", "Zoo"}}})},
+      {"over a deleted one of its number, whose other keys stay", Settings(0, {{"Gone", "1", {"x", "y"}}}),
+       add({"New", "", {"Zoo"}}), Settings(1, {{"New", "0", {"Zoo"}, {"y"}}})},
+      {"behind those that are there where the count is damaged", Settings(-5, {kAlpha}), add(kBeta),
+       Settings(2, {kAlpha, kBeta})},
+  };
+  for (const auto& row : rows) {
+    Module1::Change change(row.before);
+    row.act(change);
+    EXPECT_EQ(change.Text(), row.after) << row.rule;
+  }
+}
+
+TEST(ModList, ListsModsByTheirNumbers) {
+  const auto shown = [](const std::string& settings) {
+    std::string text;
+    const ModLists lists = ListMods(Module1::Settings(settings), kGame);
+    for (const std::string& name : lists.available) text += name + " ";
+    for (const std::string& name : lists.active) text += "+" + name + " ";
+    return text;
+  };
+  const struct {
+    std::string settings;
+    std::string shown;
+  } rows[] = {
+      {FourMods(), "Beta Delta +Alpha +Gamma "},
+      {Settings(2, {{"a", "2"}, {"b", "-1"}}), "+a +b "},
+      {Settings(2, {{"a", "x"}}) + Text({"[Dawn of War.2]", "Active="}), "a Unknown "},
+      {Settings(0, {kAlpha}), ""},
+      {Settings(-1, {kAlpha}), "+Alpha "},
+      {With(FourMods(), "ModCount=4", "ModCount=99999"), "Beta Delta +Alpha +Gamma "},
+  };
+  for (const auto& row : rows) EXPECT_EQ(shown(row.settings), row.shown) << row.settings;
+}
+
+TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {
+  const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
+  const struct {
+    const char* rule;
+    std::string settings;
+    std::string make;
+    std::string header;
+    std::string text;
+  } rows[] = {
+      {"the highest number first", FourMods(), "", "top",
+       "top\r\nDataFolder.5 = GammaData\r\nDataFolder.6 = GammaSound\r\nDataFolder.7 = AlphaData\r\nend\r\n"},
+      {"a folder that is missing has its line", With(Settings(1, {delta}), "Dir2=?\r\n", ""),
+       "[Make]\nNextDirNum=2147483647", "",
+       "DataFolder.2147483647 = d 1\r\nDataFolder.2147483648 = \r\nDataFolder.2147483649 = d%3%\r\nend\r\n"},
+      {"a flag must be 1, and a damaged count is what is there",
+       With(Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", {"GammaData"}}, kBeta}),
+            "[Dawn of War.2]\r\nName=Gamma\r\nActive=+1\r\nDirCount=1",
+            "[Dawn of War.2]\r\nName=Gamma\r\nActive=+1\r\nDirCount=none"),
+       "[Make]\nNextDirNum=x", "", "DataFolder.5 = GammaData\r\nend\r\n"},
+      {"of a template every byte but its line ends is kept", Settings(0, {}), "",
+       "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3),
+       "top \r\n\r\n\r\na\nb\r\n" + std::string("\0\x1A\r\n", 4) + "end\r\n"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(ModuleText(Module1::Settings(row.settings, row.make), kGame, row.header, "end"), row.text) << row.rule;
+}
+
+}  // namespace
