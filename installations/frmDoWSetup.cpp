@@ -2,8 +2,11 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
+#include <vector>
 
 #include "installations/game_list.h"
+#include "installations/registry_lookup.h"
 #include "mods/frmMain.h"
 #include "platform/busy_pointer.h"
 #include "platform/dialogs.h"
@@ -13,10 +16,11 @@
 
 namespace {
 
-// Where the registry says that an edition of the game is installed; empty when it does not know.
-std::string RegisteredFolder(std::string_view game) {
-  return frmMain::GetKeyValue(platform::kHkeyLocalMachine, std::string("Software\\THQ\\").append(game),
-                              "InstallLocation");
+// Where the registry says that each of these editions of the game is installed; empty where it does not know.
+std::vector<std::string> RegisteredFolders(std::span<const std::string> games) {
+  std::vector<std::string> keys;
+  for (const std::string& game : games) keys.push_back("Software\\THQ\\" + game);
+  return GetKeyValues(platform::kHkeyLocalMachine, keys, "InstallLocation");
 }
 
 // Why no game of that name is registered.
@@ -42,12 +46,11 @@ std::optional<Message> Remove(std::int64_t n, std::string_view name) {
 // Registers the editions that the registry knows, where no game was ever counted.
 std::optional<Message> RegisterEditions() {
   if (Module1::Settings().GameCount() != Module1::kNoGameCount) return std::nullopt;
-  constexpr std::array kEditions = {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"};
-  std::array<std::string, kEditions.size()> folders;
-  for (std::size_t i = 0; i < folders.size(); ++i) folders[i] = RegisteredFolder(kEditions[i]);
+  const std::array<std::string, 3> editions = {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"};
+  const std::vector<std::string> folders = RegisteredFolders(editions);
   Module1::Change change;
   if (change.GameCount() != Module1::kNoGameCount) return std::nullopt;
-  for (std::size_t i = 0; i < folders.size(); ++i) TryGame(change, kEditions[i], folders[i]);
+  for (std::size_t i = 0; i < folders.size(); ++i) TryGame(change, editions[i], folders[i]);
   return messages::Failed(change.Save());
 }
 
@@ -97,7 +100,7 @@ void frmDoWSetup::cmdnew_Click() {
   constexpr std::array kFilters = {platform::FileFilter{"W40k.exe", "W40k.exe"},
                                    platform::FileFilter{"All Files", "*.*"}};
   const auto chosen = platform::ShowOpen({.title = "Select DoW Path",
-                                          .folder = RegisteredFolder(name),
+                                          .folder = RegisteredFolders({&name, 1}).front(),
                                           .fileName = "W40k.exe",
                                           .filters = kFilters,
                                           .defaultExtension = "exe",

@@ -1,4 +1,5 @@
 #include "installations/frmDoWSetup.h"
+#include "installations/registry_lookup.h"
 #include "mods/frmMain.h"
 #include "platform/events.h"
 
@@ -15,4 +16,8 @@ void frmMain::cmdGoToGames_Click() {
   }
   window_.PutBackIntoUse();
   lstGame.TakeFocus();
+}
+
+std::string frmMain::GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef) {
+  return ::GetKeyValue(KeyRoot, KeyName, SubKeyRef);
 }

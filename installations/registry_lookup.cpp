@@ -1,43 +1,37 @@
-#include <algorithm>
-#include <array>
-#include <bit>
-#include <cstddef>
-#include <cstring>
+#include "installations/registry_lookup.h"
 
-#include "mods/frmMain.h"
+#include <cstddef>
+
 #include "platform/registry.h"
 
 namespace {
 
-using ValueData = std::array<std::byte, 1024>;
-
-// A text without a zero byte has no end that could be trusted.
-std::string ValueText(std::uint32_t type, const ValueData& data) {
-  if (type == platform::kRegSz || type == platform::kRegExpandSz) {
-    const auto* const end = std::ranges::find(data, std::byte{0});
-    if (end == data.end()) return "";
-    std::string text(static_cast<std::size_t>(end - data.begin()), '\0');
-    std::memcpy(text.data(), data.data(), text.size());
-    return text;
+// A text that fills all its room without a zero byte has no end that could be trusted.
+std::string ValueText(const platform::RegistryValue& value) {
+  if (value.type == platform::kRegSz || value.type == platform::kRegExpandSz) {
+    const std::size_t end = value.data.find('\0');
+    return end == std::string::npos ? "" : value.data.substr(0, end);
   }
-  if (type == platform::kRegDword) {
+  if (value.type == platform::kRegDword) {
     std::uint32_t number = 0;
-    for (std::size_t i = 0; i < sizeof number; ++i) number |= std::to_integer<std::uint32_t>(data[i]) << 8 * i;
-    return std::to_string(std::bit_cast<std::int32_t>(number));
+    for (std::size_t i = sizeof number; i-- > 0;) number = number << 8U | static_cast<unsigned char>(value.data[i]);
+    return std::to_string(static_cast<std::int32_t>(number));
   }
   return "";
 }
 
 }  // namespace
 
-std::string frmMain::GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef) {
-  platform::RegistryKey key = nullptr;
-  if (platform::RegOpenKeyExA(KeyRoot, KeyName, 0, platform::kKeyQueryValue, &key) != platform::kErrorSuccess)
-    return "";
-  ValueData data = {};
-  auto size = static_cast<std::uint32_t>(data.size());
-  std::uint32_t type = 0;
-  const auto result = platform::RegQueryValueExA(key, SubKeyRef, nullptr, &type, data.data(), &size);
-  platform::RegCloseKey(key);
-  return result == platform::kErrorSuccess ? ValueText(type, data) : "";
+std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef) {
+  const std::string name(KeyName);
+  return GetKeyValues(KeyRoot, {&name, 1}, SubKeyRef).front();
+}
+
+std::vector<std::string> GetKeyValues(std::int32_t KeyRoot, std::span<const std::string> KeyNames,
+                                      std::string_view SubKeyRef) {
+  std::vector<std::string> texts;
+  for (const auto& value : platform::ReadRegistry(KeyRoot, KeyNames, SubKeyRef)) {
+    texts.push_back(value ? ValueText(*value) : "");
+  }
+  return texts;
 }

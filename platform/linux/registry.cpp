@@ -2,10 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <optional>
-#include <span>
-#include <string>
-#include <string_view>
 
 #include "platform/files.h"
 #include "platform/linux/drives.h"
@@ -13,13 +9,6 @@
 #include "platform/linux/registry_text.h"
 
 namespace platform {
-
-// What an open key answers queries from; the file is closed by then.
-struct OpenRegistryKey {
-  std::string lines;
-  HostPath prefix;
-};
-
 namespace {
 
 // Paths in a prefix's registry are on its own drives, and everybody else speaks of those of the tool's prefix: there,
@@ -33,45 +22,34 @@ bool GiveOnOwnDrives(const HostPath& prefix, std::string& data) {
   return path.has_value();
 }
 
+// Whether the prefix's value answers; it is brought into the form that is handed out.
+bool Take(const HostPath& prefix, std::optional<RegistryValue>& value) {
+  if (!value) return false;
+  const bool mayBePath = value->type == kRegSz || value->type == kRegExpandSz;
+  if (mayBePath && !GiveOnOwnDrives(prefix, value->data)) return false;
+  if (value->data.size() > kMostValueBytes) return false;
+  value->data.resize(kMostValueBytes);
+  return true;
+}
+
 }  // namespace
 
-// Whoever may read the file may read every key in it, so the access rights do not matter. The first prefix that has the
-// key answers.
-std::int32_t RegOpenKeyExA(std::int32_t root, std::string_view keyName, std::uint32_t /*options*/,
-                           std::uint32_t /*access*/, RegistryKey* key) {
-  *key = nullptr;
-  if (root != kHkeyLocalMachine) return kErrorFileNotFound;
-  constexpr std::size_t kMost = std::size_t{256} * 1024 * 1024;  // a full prefix has tens of megabytes
+// The first prefix that has the key and in it a value that can be given answers.
+std::vector<std::optional<RegistryValue>> ReadRegistry(std::int32_t root, std::span<const std::string> keyNames,
+                                                       std::string_view valueName) {
+  std::vector<std::optional<RegistryValue>> values(keyNames.size());
+  if (root != kHkeyLocalMachine) return values;
+  constexpr std::size_t kMost = std::size_t{128} * 1024 * 1024;  // a full prefix has tens of megabytes
   std::string file;
   for (const HostPath& prefix : Prefixes()) {
     if (ReadFile({prefix.text + "/system.reg"}, file, kMost)) continue;
-    const auto lines = FindRegistryKey(file, keyName);
-    if (!lines) continue;
-    *key = new OpenRegistryKey{std::string(*lines), prefix};
-    return kErrorSuccess;
+    auto found = FindRegistryValues(file, keyNames, valueName);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      if (!values[i] && Take(prefix, found[i])) values[i] = std::move(found[i]);
+    }
+    if (std::ranges::all_of(values, [](const auto& value) { return value.has_value(); })) break;
   }
-  return kErrorFileNotFound;
-}
-
-std::int32_t RegQueryValueExA(RegistryKey key, std::string_view valueName, const std::uint32_t* /*reserved*/,
-                              std::uint32_t* type, std::byte* data, std::uint32_t* size) {
-  if (key == nullptr) return kErrorInvalidHandle;
-  auto value = FindRegistryValue(key->lines, valueName);
-  if (!value) return kErrorFileNotFound;
-  const bool mayBePath = value->type == kRegSz || value->type == kRegExpandSz;
-  if (mayBePath && !GiveOnOwnDrives(key->prefix, value->data)) return kErrorFileNotFound;
-  const std::uint32_t room = *size;
-  *type = value->type;
-  *size = static_cast<std::uint32_t>(value->data.size());
-  if (*size > room) return kErrorMoreData;
-  std::ranges::copy(std::as_bytes(std::span(value->data)), data);
-  return kErrorSuccess;
-}
-
-std::int32_t RegCloseKey(RegistryKey key) {
-  if (key == nullptr) return kErrorInvalidHandle;
-  delete key;
-  return kErrorSuccess;
+  return values;
 }
 
 }  // namespace platform

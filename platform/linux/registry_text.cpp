@@ -6,7 +6,6 @@
 #include <system_error>
 
 #include "platform/code_page.h"
-#include "platform/registry.h"
 
 namespace platform {
 namespace {
@@ -77,20 +76,20 @@ char16_t Folded(char16_t unit) {
   return ToUtf16({&folded, 1}).front();
 }
 
-// Whether the line begins with `name` and then `end`. Names are not converted to the code page, where everything that
-// it lacks would be the same question mark.
+// Whether the line begins with `name`, which an `end` that is not escaped would cut short. Names are not converted to
+// the code page, where everything that it lacks would be the same question mark.
 bool TakeName(std::string_view& line, std::u16string_view name, char end) {
   for (const char16_t wanted : name) {
     if (line.empty() || line.front() == end || line.front() == '\n') return false;
     const char16_t unit = TakeUnit(line);
     if (unit != wanted && Folded(unit) != Folded(wanted)) return false;
   }
-  return Take(line, {&end, 1});
+  return true;
 }
 
 bool TakeValueName(std::string_view& line, std::u16string_view name) {
   if (Take(line, "@")) return name.empty();
-  return Take(line, "\"") && TakeName(line, name, '"');
+  return Take(line, "\"") && TakeName(line, name, '"') && Take(line, "\"");
 }
 
 std::string FromUtf16Bytes(std::string_view bytes) {
@@ -163,43 +162,55 @@ bool IsOf64BitPrefix(std::string_view linesAboveKeys) {
   return false;
 }
 
-// The name under which a 64-bit prefix keeps a key of the 32-bit view.
-std::string In32BitView(std::string_view keyName) {
+// The name under which a prefix keeps a key of the 32-bit view.
+std::string In32BitView(std::string_view keyName, bool is64Bit) {
   constexpr std::string_view kSoftware = R"(Software\)";
   constexpr std::string_view kNode = "Wow6432Node";
-  if (!SameName(keyName.substr(0, kSoftware.size()), kSoftware)) return std::string(keyName);
+  keyName = keyName.substr(0, keyName.find_last_not_of('\\') + 1);  // a separator at the end names no further key
+  if (!is64Bit || !SameName(keyName.substr(0, kSoftware.size()), kSoftware)) return std::string(keyName);
   const std::string_view below = keyName.substr(kSoftware.size());
   if (SameName(below.substr(0, below.find('\\')), kNode)) return std::string(keyName);
   return std::string(kSoftware).append(kNode).append("\\").append(below);
 }
 
-}  // namespace
-
-std::optional<std::string_view> FindRegistryKey(std::string_view text, std::string_view keyName) {
-  keyName = keyName.substr(0, keyName.find_last_not_of('\\') + 1);  // a separator at the end names no further key
-  std::size_t key = NextKey(text, 0);
-  const bool is64Bit = IsOf64BitPrefix(text.substr(0, key));
-  const std::u16string name = ToUtf16(is64Bit ? In32BitView(keyName) : keyName);
-
-  while (key < text.size()) {
-    const std::size_t nextKey = NextKey(text, key + 1);
-    std::string_view lines = text.substr(key + 1, nextKey - key - 1);
-    if (TakeName(lines, name, ']')) {
-      TakeLine(lines);  // what follows the name
-      return lines;
-    }
-    key = nextKey;
+// From the lines below a key.
+std::optional<RegistryValue> FindValue(std::string_view lines, std::u16string_view name) {
+  while (!lines.empty()) {
+    std::string_view line = TakeLine(lines);
+    if (TakeValueName(line, name) && Take(line, "=")) return ReadValue(line, lines);
   }
   return std::nullopt;
 }
 
-std::optional<RegistryValue> FindRegistryValue(std::string_view keyLines, std::string_view valueName) {
-  const std::u16string name = ToUtf16(valueName);
-  while (!keyLines.empty()) {
-    std::string_view line = TakeLine(keyLines);
-    if (TakeValueName(line, name) && Take(line, "=")) return ReadValue(line, keyLines);
+}  // namespace
+
+// Nearly all keys differ from those that are wanted in what these have in common, so that is compared first, and once.
+std::vector<std::optional<RegistryValue>> FindRegistryValues(std::string_view text,
+                                                             std::span<const std::string> keyNames,
+                                                             std::string_view valueName) {
+  std::size_t key = NextKey(text, 0);
+  const bool is64Bit = IsOf64BitPrefix(text.substr(0, key));
+  std::vector<std::u16string> names;
+  for (const std::string& name : keyNames) names.push_back(ToUtf16(In32BitView(name, is64Bit)));
+  std::u16string common = names.empty() ? u"" : names.front();
+  for (const std::u16string& name : names) common.erase(std::ranges::mismatch(common, name).in1, common.end());
+  for (std::u16string& name : names) name.erase(0, common.size());
+
+  std::vector<std::optional<RegistryValue>> values(names.size());
+  const std::u16string wantedValue = ToUtf16(valueName);
+  while (key < text.size()) {
+    const std::size_t nextKey = NextKey(text, key + 1);
+    std::string_view beginning = text.substr(key + 1, nextKey - key - 1);
+    key = nextKey;
+    if (!TakeName(beginning, common, ']')) continue;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      std::string_view lines = beginning;
+      if (values[i] || !TakeName(lines, names[i], ']') || !Take(lines, "]")) continue;
+      TakeLine(lines);  // what follows the name
+      values[i] = FindValue(lines, wantedValue);
+    }
   }
-  return std::nullopt;
+  return values;
 }
 
 }  // namespace platform

@@ -1,40 +1,35 @@
 #include "platform/registry.h"
 
-#include <string>
-
 #include "platform/windows/system.h"
 
 namespace platform {
 namespace {
 
-HKEY ToSystem(RegistryKey key) { return reinterpret_cast<HKEY>(key); }
-
-// The predefined keys are numbers in the place of handles, extended by their sign.
-HKEY PredefinedKey(std::int32_t root) { return reinterpret_cast<HKEY>(static_cast<std::intptr_t>(root)); }
+// The data's size is not asked for: what follows it are zero bytes.
+std::optional<RegistryValue> Read(HKEY root, const std::string& keyName, const std::string& valueName) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(root, keyName.c_str(), 0, KEY_QUERY_VALUE | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  std::string data(kMostValueBytes, '\0');
+  DWORD type = 0;
+  DWORD size = kMostValueBytes;
+  const LONG result =
+      RegQueryValueExA(key, valueName.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size);
+  RegCloseKey(key);
+  if (result != ERROR_SUCCESS) return std::nullopt;
+  return RegistryValue{static_cast<std::uint32_t>(type), data};
+}
 
 }  // namespace
 
-std::int32_t RegOpenKeyExA(std::int32_t root, std::string_view keyName, std::uint32_t options, std::uint32_t access,
-                           RegistryKey* key) {
-  *key = nullptr;
-  HKEY opened = nullptr;
-  const LONG result =
-      ::RegOpenKeyExA(PredefinedKey(root), std::string(keyName).c_str(), options, access | KEY_WOW64_32KEY, &opened);
-  if (result == ERROR_SUCCESS) *key = reinterpret_cast<RegistryKey>(opened);
-  return static_cast<std::int32_t>(result);
+std::vector<std::optional<RegistryValue>> ReadRegistry(std::int32_t root, std::span<const std::string> keyNames,
+                                                       std::string_view valueName) {
+  // The predefined keys are numbers in the place of handles, extended by their sign.
+  auto* const rootKey = reinterpret_cast<HKEY>(static_cast<std::intptr_t>(root));
+  std::vector<std::optional<RegistryValue>> values;
+  for (const std::string& keyName : keyNames) values.push_back(Read(rootKey, keyName, std::string(valueName)));
+  return values;
 }
-
-std::int32_t RegQueryValueExA(RegistryKey key, std::string_view valueName, const std::uint32_t* /*reserved*/,
-                              std::uint32_t* type, std::byte* data, std::uint32_t* size) {
-  DWORD itsType = 0;
-  DWORD itsSize = *size;
-  const LONG result = ::RegQueryValueExA(ToSystem(key), std::string(valueName).c_str(), nullptr, &itsType,
-                                         reinterpret_cast<BYTE*>(data), &itsSize);
-  *type = static_cast<std::uint32_t>(itsType);
-  *size = static_cast<std::uint32_t>(itsSize);
-  return static_cast<std::int32_t>(result);
-}
-
-std::int32_t RegCloseKey(RegistryKey key) { return static_cast<std::int32_t>(::RegCloseKey(ToSystem(key))); }
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "mods/frmMain.h"
+#include "installations/registry_lookup.h"
 #include "support/own_folder.h"
 #include "support/system.h"
 
@@ -16,7 +16,7 @@ using support::View;
 namespace {
 
 std::string Folder(std::int32_t root = kHkeyLocalMachine) {
-  return frmMain::GetKeyValue(root, "Software\\THQ\\Dawn of War", "InstallLocation");
+  return GetKeyValue(root, "Software\\THQ\\Dawn of War", "InstallLocation");
 }
 
 TEST(Registry, IsReadInThe32BitViewOfTheLocalMachine) {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "mods/frmMain.h"
+#include "installations/registry_lookup.h"
 #include "platform/file_dialog.h"
 #include "platform/registry.h"
 #include "support/user.h"
@@ -157,8 +157,7 @@ TEST_F(Launchers, TheFirstPrefixThatHasTheKeyAnswersInPathsOnTheToolsDrives) {
     for (const auto& [letter, folder] :
          {std::pair("s:", home_ / ".local/share"), {"t:", disk_}, {"u:", home_ / "\u4E00"}})
       fs::create_directory_symlink(folder, other / "dosdevices" / letter);
-    EXPECT_EQ(frmMain::GetKeyValue(platform::kHkeyLocalMachine, "Software\\THQ\\Dawn of War", "InstallLocation"),
-              row.expected)
+    EXPECT_EQ(GetKeyValue(platform::kHkeyLocalMachine, "Software\\THQ\\Dawn of War", "InstallLocation"), row.expected)
         << row.own << " " << row.other;
   }
 }

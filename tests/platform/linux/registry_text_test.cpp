@@ -14,16 +14,13 @@ std::string Bytes(const char (&literal)[kSize]) {
   return {literal, kSize - 1};
 }
 
-// What a look-up gives: "<type>:<data>", as this function has it for a plain text, or one of the two below.
+// What a look-up gives: "<type>:<data>", as this function has it for a plain text, or that there is none.
 std::string Text(const std::string& text) { return "1:" + text + '\0'; }
-constexpr const char* kNoKey = "no such key";
-constexpr const char* kNoValue = "no such value";
+constexpr const char* kNone = "none";
 
-std::string LookUp(std::string_view text, std::string_view key, std::string_view value) {
-  const auto lines = platform::FindRegistryKey(text, key);
-  if (!lines) return kNoKey;
-  const auto found = platform::FindRegistryValue(*lines, value);
-  return found ? std::to_string(found->type) + ":" + found->data : kNoValue;
+std::string LookUp(std::string_view text, const std::string& key, std::string_view value) {
+  const auto found = platform::FindRegistryValues(text, {&key, 1}, value).front();
+  return found ? std::to_string(found->type) + ":" + found->data : kNone;
 }
 
 TEST(RegistryText, KeysAreFound) {
@@ -46,15 +43,20 @@ TEST(RegistryText, KeysAreFound) {
       {"a 32-bit prefix has one view", "#arch=win32\r\n[Software\\\\A] 1\r\n@=\"x\"\r\n", "Software\\A", Text("x")},
       {"the view is said before the first key", "[Software\\\\A]\n@=\"x\"\n#arch=win64\n", "Software\\A", Text("x")},
       {"brackets in names are escaped", "[A\\[1\\]] 5\n@=\"x\"\n", "A[1]", Text("x")},
-      {"a longer name is another key", "[AB]\n@=\"x\"\n", "A", kNoKey},
+      {"a longer name is another key", "[AB]\n@=\"x\"\n", "A", kNone},
       {"letters with marks have cases, too", "[\\xe9\\x161\xEF]\n@=\"x\"\n", "\xC9\x8A\xCF", Text("x")},
-      {"what the code page lacks is no question mark", "[\\x4e00]\n@=\"x\"\n", "?", kNoKey},
-      {"values of the next key are not its", "[A]\n\"v\"=\"1\"\n[B]\n\"w\"=\"2\"\n", "A", kNoValue, "w"},
-      {"an unended header ends the key above", "[A]\n[B\n\"w\"=\"2\"\n", "A", kNoValue, "w"},
-      {"a name ends at a bracket that is not escaped", "[A]B]\n@=\"x\"\n", "A]B", kNoKey},
+      {"what the code page lacks is no question mark", "[\\x4e00]\n@=\"x\"\n", "?", kNone},
+      {"values of the next key are not its", "[A]\n\"v\"=\"1\"\n[B]\n\"w\"=\"2\"\n", "A", kNone, "w"},
+      {"an unended header ends the key above", "[A]\n[B\n\"w\"=\"2\"\n", "A", kNone, "w"},
+      {"a name ends at a bracket that is not escaped", "[A]B]\n@=\"x\"\n", "A]B", kNone},
       {"a bracket inside a line starts no key", "[A]\n\"v\"=\"[B]\"\n \n[B]\n@=\"x\"\n", "B", Text("x")},
   };
   for (const auto& row : rows) EXPECT_EQ(LookUp(row.text, row.key, row.value), row.found) << row.rule;
+
+  const std::string several[] = {"System\\A", "Software\\B", "Software\\A", "system\\a"};
+  std::string all;
+  for (const auto& value : platform::FindRegistryValues(kPrefix64, several, "")) all += value ? value->data : kNone;
+  EXPECT_EQ(all, Bytes("shared\0none32\0shared\0")) << "of several keys, in their order";
 }
 
 TEST(RegistryText, ValuesAreReadAndDamagedOnesSpoilNoOther) {
@@ -78,15 +80,15 @@ TEST(RegistryText, ValuesAreReadAndDamagedOnesSpoilNoOther) {
       {"bytes of another type", "hex(1000a):01", Bytes("65546:\x01")},
       {"bytes go on in the next line", "hex:01,\\\r\n  02,\\\n  03", Bytes("3:\x01\x02\x03")},
       {"text in bytes gets no zero byte added", "hex(2):e9,00,ac,20,42", "2:\xE9\x80"},
-      {"a quote that is not closed ends with its line", R"("C:\\Games)", kNoValue},
-      {"a backslash escapes no line end", R"("C:\)", kNoValue},
-      {"a number has eight digits", "dword:0102ff2", kNoValue},
-      {"and no ninth", "dword:0102ff2ab", kNoValue},
-      {"a byte has two digits", "hex:01,2", kNoValue},
-      {"a byte follows a comma", "hex:01,", kNoValue},
-      {"a comma follows a byte", "hex:01 02", kNoValue},
-      {"bytes do not go on in a value", "hex:01,\\", kNoValue},
-      {"only text types are quoted", R"(str(4):"abc")", kNoValue},
+      {"a quote that is not closed ends with its line", R"("C:\\Games)", kNone},
+      {"a backslash escapes no line end", R"("C:\)", kNone},
+      {"a number has eight digits", "dword:0102ff2", kNone},
+      {"and no ninth", "dword:0102ff2ab", kNone},
+      {"a byte has two digits", "hex:01,2", kNone},
+      {"a byte follows a comma", "hex:01,", kNone},
+      {"a comma follows a byte", "hex:01 02", kNone},
+      {"bytes do not go on in a value", "hex:01,\\", kNone},
+      {"only text types are quoted", R"(str(4):"abc")", kNone},
   };
   // After lines that may confuse the reader and before one that it may run into.
   const std::string above =
