@@ -53,10 +53,8 @@ char TakeChar(std::string_view& line) {
 
 constexpr char16_t ToUnit(char c) { return static_cast<unsigned char>(c); }
 
-// The next UTF-16 unit of a name or a quoted text. The line is not empty.
-char16_t TakeUnit(std::string_view& line) {
-  const char first = TakeChar(line);
-  if (first != '\\' || line.empty()) return ToUnit(first);
+// What stands behind a backslash. The line is not empty.
+char16_t TakeEscaped(std::string_view& line) {
   if (const auto octal = TakeNumber(line, 8, 1, 3)) return static_cast<char16_t>(*octal);
 
   const char escaped = TakeChar(line);
@@ -65,6 +63,12 @@ char16_t TakeUnit(std::string_view& line) {
   constexpr std::string_view kFromBellOn = "abtnvfr";  // the control characters from 7 to 13
   const std::size_t control = kFromBellOn.find(escaped);
   return control == std::string_view::npos ? ToUnit(escaped) : static_cast<char16_t>(7 + control);
+}
+
+// The next UTF-16 unit of a name or a quoted text. The line is not empty.
+char16_t TakeUnit(std::string_view& line) {
+  const char first = TakeChar(line);
+  return first != '\\' || line.empty() ? ToUnit(first) : TakeEscaped(line);
 }
 
 // What the code page cannot spell has no letter cases here: the names that are asked for are in the code page.
