@@ -123,49 +123,47 @@ std::string frmMain::ModToolTip(const std::string& mod) const {
   return lines;
 }
 
-void frmMain::cmdActivate1_Click() { messages::Show("Make Module", SetActive(lstNotActive, true)); }
+void frmMain::cmdActivate1_Click() { messages::Show("Make Module", SetActive(lstNotActive, true).message); }
 
-void frmMain::cmdDeactivate1_Click() { messages::Show("Make Module", SetActive(lstActive, false)); }
+void frmMain::cmdDeactivate1_Click() { messages::Show("Make Module", SetActive(lstActive, false).message); }
 
 void frmMain::cmdActivateAll_Click() { SetAllActive(lstNotActive, true); }
 
 void frmMain::cmdDeactivateAll_Click() { SetAllActive(lstActive, false); }
 
 // An entry that is no longer registered changes nothing; the lists and the module file are refreshed all the same.
-std::optional<Message> frmMain::SetActive(const platform::ListBox& list, bool isActive) {
+frmMain::Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive) {
   Change change;
   ::SetActive(change, SelectedGame(), list.Text(), isActive);
   const auto unsaved = change.Save();
   ListMods(change);
-  return unsaved ? messages::Failed(unsaved) : MakeModule(change);
+  return {!unsaved, unsaved ? messages::Failed(unsaved) : MakeModule(change)};
 }
 
 // One mod after the other, from the top of the list, each followed by the module file. An entry that shares its name
-// with another mod may stay in its list, and is passed over. What counts for the user is the last module file.
+// with another mod may stay in its list, and is passed over. Of the module files only the last one's failure matters.
 void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
   constexpr auto kBetweenPictures = std::chrono::milliseconds(100);
-  std::optional<Message> message;
+  Outcome outcome;
   {
     const platform::BusyPointer busy;
     const int all = list.Count();
+    int done = 0;
     int stayed = 0;
     auto shown = std::chrono::steady_clock::now();
-    while (stayed < list.Count()) {
+    while (outcome.isSaved && stayed < list.Count()) {
       const int left = list.Count();
       list.Select(stayed);
-      message = SetActive(list, isActive);
-      if (list.Count() >= left) {
-        ++stayed;
-        if (message && left < all) message->outcome = messages::HowFar(all - left, all, isActive);
-        if (message) break;
-      }
+      outcome = SetActive(list, isActive);
+      if (!outcome.isSaved && done > 0) outcome.message->outcome = messages::HowFar(done, all, isActive);
+      ++(list.Count() < left ? done : stayed);
       if (std::chrono::steady_clock::now() - shown < kBetweenPictures) continue;
       lstNotActive.ShowNow();
       lstActive.ShowNow();
       shown = std::chrono::steady_clock::now();
     }
   }
-  messages::Show("Make Module", message);
+  messages::Show("Make Module", outcome.message);
 }
 
 void frmMain::cmdMoveUp_Click() { MoveSelected(-1); }

@@ -68,7 +68,11 @@ class frmMain {
 
   std::string GameToolTip() const;
   std::string ModToolTip(const std::string& mod) const;
-  std::optional<Message> SetActive(const platform::ListBox& list, bool isActive);
+  struct Outcome {
+    bool isSaved = true;
+    std::optional<Message> message = {};
+  };
+  Outcome SetActive(const platform::ListBox& list, bool isActive);
   void SetAllActive(const platform::ListBox& list, bool isActive);
   void MoveSelected(int by);
   std::optional<Message> Move(int position, int newPosition);

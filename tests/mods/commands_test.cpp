@@ -1,28 +1,41 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "platform/paths.h"
 #include "support/user.h"
 #include "tests/support/game.h"
 
+namespace fs = std::filesystem;
 using namespace support;
 
+// The commands of the main window, from a click or a key to the files. Their rules are tried in mod_list_test.cpp.
 namespace {
 
-// What a mod was before it was moved.
-std::string Scratch(const Mod& mod) { return Section("-1", mod); }
+const Mod kActiveBeta = {"Beta", "1", kBeta.folders};
+const std::string kAsBefore = "Beta, Delta | Alpha, Gamma";
+const std::string kRenamed = With(FourMods(), "Name=Beta", "Name=Renamed");
 
-TEST(Activation, AModKeepsItsPlaceInTheLoadOrder) {
-  const Mod activeBeta = {"Beta", "1", kBeta.folders};
-  const std::string renamed = With(FourMods(), "Name=Beta", "Name=Renamed");
+const Act kSpoilSettings = [] {
+  fs::remove(SettingsFile());
+  fs::create_directory(SettingsFile());
+};
+
+Message Unread(const std::string& title, const std::string& outcome) {
+  const std::string file = platform::Shown({SettingsFile().native()});
+  return {title, file + " could not be read: Is a directory.\n\n" + outcome, "critical", {"OK"}};
+}
+
+TEST(Commands, ActivateModsAndWriteTheModuleFile) {
   const Names asItWas = {"GammaData", "GammaSound", "AlphaData"};
   const Names all = {"GammaData", "GammaSound", "BetaData", "AlphaData"};
   const Row rows[] = {
       {"one is activated, by a double click",
        {DoubleClick("lstNotActive", "Beta")},
        "Delta | Alpha, Beta, Gamma",
-       Settings(4, {kAlpha, activeBeta, kGamma, kDelta}),
+       Settings(4, {kAlpha, kActiveBeta, kGamma, kDelta}),
        all},
       {"one is deactivated, by its key",
        {Click("lstActive", "Alpha"), Press(Key::Enter)},
@@ -32,101 +45,83 @@ TEST(Activation, AModKeepsItsPlaceInTheLoadOrder) {
       {"all are activated",
        {Click("cmdActivateAll")},
        "() | Alpha, Beta, Gamma, Delta",
-       Settings(4, {kAlpha, activeBeta, kGamma, {"Delta", "1"}}),
+       Settings(4, {kAlpha, kActiveBeta, kGamma, {"Delta", "1"}}),
        all},
       {"all are deactivated",
        {Click("cmdDeactivateAll")},
        "Alpha, Beta, Gamma, Delta | ()",
        Settings(4, {{"Alpha", "0", kAlpha.folders}, kBeta, {"Gamma", "0", kGamma.folders}, kDelta}),
        Names{}},
-      {"the focus alone selects nothing",
-       {Press(Key::Tab), Click("cmdActivate1")},
-       "Beta, Delta | Alpha, Gamma",
-       {},
-       asItWas},
+      {"the focus alone selects nothing", {Press(Key::Tab), Click("cmdActivate1")}, kAsBefore, {}, asItWas},
       {"one that is no longer registered is left alone",
-       {Click("lstNotActive", "Beta"), Write(renamed), Click("cmdActivate1")},
+       {Click("lstNotActive", "Beta"), Write(kRenamed), Click("cmdActivate1")},
        "Renamed, Delta | Alpha, Gamma",
-       renamed,
+       kRenamed,
        asItWas},
   };
   for (const Row& row : rows) Check(FourMods(), row);
-  Check(Settings(4, {kAlpha, kBeta, kGamma, kBeta}), {"all but a mod that cannot be told from another",
+  Check(Settings(4, {kBeta, kBeta, kDelta, kAlpha}), {"all but a mod that cannot be told from another",
                                                       {Click("cmdActivateAll")},
-                                                      "Beta | Alpha, Beta, Gamma",
-                                                      Settings(4, {kAlpha, activeBeta, kGamma, kBeta}),
-                                                      all});
+                                                      "Beta | Beta, Delta, Alpha",
+                                                      Settings(4, {kActiveBeta, kBeta, {"Delta", "1"}, kAlpha}),
+                                                      Names{"AlphaData", "BetaData"}});
+  const Message message = Unread("Make Module", "1 of 2 mods were activated.");
+  Try(FourMods(), {"what stops in the middle says how far it came",
+                   {Watch("lstNotActive", kSpoilSettings, Click("cmdActivateAll")), Sees(message), Answer("OK")},
+                   "(" + message.text.substr(0, message.text.find('\n')) + ") | ()"});
 }
 
-TEST(LoadOrder, AModIsExchangedWithTheNextActiveOne) {
-  const std::string exchanged =
-      Settings(4, {kGamma, kBeta, {"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kDelta}) + Scratch(kAlpha);
+TEST(Commands, MoveTheSelectedMod) {
+  const Names moved = {"AlphaData", "GammaData", "GammaSound"};
+  const Mod lessAlpha = {"Alpha", "1", kAlpha.folders, {"GammaSound"}};
   const std::string renamed = With(FourMods(), "Name=Gamma", "Name=Renamed");
-  const std::string twins = Settings(2, {kAlpha, {"Alpha", "1", {"x"}}});
   const Row rows[] = {
       {"down",
        {Click("lstActive", "Alpha"), Click("cmdMoveDown")},
        "Beta, Delta | Gamma, [Alpha]",
-       exchanged,
-       Names{"AlphaData", "GammaData", "GammaSound"}},
+       Settings(4, {kGamma, kBeta, lessAlpha, kDelta}) + Section("-1", kAlpha),
+       moved},
       {"down and up again, by the keys, without another click on it",
        {Click("lstActive", "Alpha"), Press(Key::AltDown), Press(Key::AltUp)},
        "Beta, Delta | [Alpha], Gamma",
-       Settings(4, {{"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kBeta, kGamma, kDelta}) + Scratch(kAlpha),
+       Settings(4, {lessAlpha, kBeta, kGamma, kDelta}) + Section("-1", kAlpha),
        Names{"GammaData", "GammaSound", "AlphaData"}},
       {"not at the top", {Click("lstActive", "Alpha"), Click("cmdMoveUp")}, "Beta, Delta | [Alpha], Gamma"},
       {"not at the bottom", {Click("lstActive", "Gamma"), Click("cmdMoveDown")}, "Beta, Delta | Alpha, [Gamma]"},
-      {"nothing is selected", {Click("cmdMoveUp"), Click("cmdMoveDown")}, "Beta, Delta | Alpha, Gamma"},
+      {"nothing is selected", {Click("cmdMoveUp"), Click("cmdMoveDown")}, kAsBefore},
       {"not with one that is no longer registered",
        {Click("lstActive", "Alpha"), Write(renamed), Click("cmdMoveDown")},
        "Beta, Delta | [Alpha], Gamma",
        renamed},
   };
   for (const Row& row : rows) Check(FourMods(), row);
-
-  const std::vector<Act> moveFirst = {Click("lstActive", "Alpha"), Click("cmdMoveDown")};
-  Check(With(Settings(2, {{"Alpha", "1"}}), "DirCount=0", "DirCount=01") + Text({"[Dawn of War.2]", "Active=03"}),
-        {"what is missing is written with its default, and the count plain", moveFirst, "() | Unknown, [Alpha]",
-         Settings(2, {{"Unknown", "03"}}) + Text({"[Dawn of War.2]", "Active=1", "Name=Alpha", "DirCount=1", "Dir1="}) +
-             Scratch({"Alpha", "1", {""}}),
-         Names{""}});
-  Check(twins, {"twins are one mod, and keep their contents", moveFirst, "() | [Alpha], [Alpha]",
-                twins + Scratch(kAlpha), Names{"x", "AlphaData"}});
 }
 
-TEST(DeletingAMod, TheLaterOnesMoveDown) {
-  const Message question = {"Delete Mod", "Really delete 'Beta'?", "", {"OK", "Cancel"}};
-  const Act selectBeta = Click("lstNotActive", "Beta");
+TEST(Commands, DeleteTheSelectedModWhenTheUserSaysSo) {
+  const Message question = {"Delete Mod", "Really delete '<b>x'?", "", {"OK", "Cancel"}};
+  const Mod markup = {"<b>x", "0"};
+  const std::string three = Settings(3, {kAlpha, markup, kGamma});
+  const Act select = Click("lstNotActive", "<b>x");
   const Act click = Click("cmdDeleteMod");
-  const std::string renamed = With(FourMods(), "Name=Beta", "Name=Renamed");
+  const std::string renamed = With(three, "Name=<b>x", "Name=Renamed");
   const Row rows[] = {
-      {"one in the middle",
-       {selectBeta, Press(Key::Delete), Sees(question), Press(Key::Enter)},
-       "Delta | Alpha, Gamma",
-       Settings(3, {kAlpha, kGamma, {"Delta", "0", {}, kGamma.folders}, kDelta})},
-      {"the last one",
-       {Click("lstNotActive", "Delta"), click, Answer("OK")},
-       "Beta | Alpha, Gamma",
-       Settings(3, {kAlpha, kBeta, kGamma, kDelta})},
-      {"not for Cancel", {selectBeta, click, Answer("Cancel")}, "[Beta], Delta | Alpha, Gamma"},
-      {"not for the close box", {selectBeta, click, Close()}, "[Beta], Delta | Alpha, Gamma"},
-      {"nothing is selected", {click}, "Beta, Delta | Alpha, Gamma"},
+      {"by its key, and a name is plain text",
+       {select, Press(Key::Delete), Sees(question), Press(Key::Enter)},
+       "() | Alpha, Gamma",
+       Settings(2, {kAlpha, kGamma, kGamma})},
+      {"not for Cancel", {select, click, Answer("Cancel")}, "[<b>x] | Alpha, Gamma"},
+      {"not for the close box", {select, click, Close()}, "[<b>x] | Alpha, Gamma"},
+      {"nothing is selected", {click}, "<b>x | Alpha, Gamma"},
       {"no question about one that is no longer registered",
-       {selectBeta, Write(renamed), click},
-       "Renamed, Delta | Alpha, Gamma",
+       {select, Write(renamed), click},
+       "Renamed | Alpha, Gamma",
        renamed},
       {"one that went while the user was asked takes no other with it",
-       {selectBeta, click, Write(renamed), Answer("OK")},
-       "Renamed, Delta | Alpha, Gamma",
+       {select, click, Write(renamed), Answer("OK")},
+       "Renamed | Alpha, Gamma",
        renamed},
   };
-  for (const Row& row : rows) Check(FourMods(), row);
-  const std::string second = Text({"[Dawn of War.2]"});
-  const Message ofMarkup = {"Delete Mod", "Really delete '<b>x'?", "", question.buttons};
-  Check(Settings(2, {{"<b>x", "0"}}) + second, {"a name is plain text, and what is missing is written with its default",
-                                                {Click("lstNotActive", "<b>x"), click, Sees(ofMarkup), Answer("OK")},
-                                                "Unknown | ()",
-                                                Settings(1, {{"Unknown", "0"}}) + second});
+  for (const Row& row : rows) Check(three, row);
 }
 
 TEST(Commands, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {
@@ -140,6 +135,15 @@ TEST(Commands, ThePointerIsBusyWhileManyModsChangeAndNoLonger) {
         Click("lstNotActive", "Delta"), Click("cmdDeleteMod"), changes(true, "lstNotActive", Answer("OK")),
         Click("lstNotActive", "Beta"), changes(false, "lstNotActive", Click("cmdActivate1"))},
        "Alpha, Gamma | Beta"});
+}
+
+TEST(Commands, SayWhatCouldNotBeRead) {
+  const Message start = Unread("Gantrel", "Nothing was changed.");
+  const std::string lists = "(" + start.text.substr(0, start.text.find('\n')) + ") | ()";
+  Reset();
+  fs::create_directory(SettingsFile());
+  const Act look = [&] { EXPECT_EQ(Shown("lstNotActive") + " | " + Shown("lstActive"), lists); };
+  EXPECT_FALSE(Use({Sees(start), Answer("OK"), look}));
 }
 
 }  // namespace

@@ -35,11 +35,8 @@ TEST(MainWindow, ShowsTheSettings) {
        "[Dawn of War]",
        "Beta | Alpha",
        {"cmdMoveDown", "cmdMoveUp"}},
-      {"any number but 0 is active", Settings(2, {{"a", "2"}, {"b", "-1"}}), "[Dawn of War]", "() | a, b", ofAvailable},
-      {"no number is 0, and a mod without a name is Unknown",
-       Settings(2, {{"a", "x"}}) + Text({"[Dawn of War.2]", "Active="}), "[Dawn of War]", "a, Unknown | ()", ofActive},
       {"a game without a name is Unknown", Text({"[Games]", "Count=2", "DoW1=A"}), "[A], Unknown", "() | ()", all},
-      {"a damaged count is no first start", Text({"[Games]", "Count=?", "DoW1=A"}), "[A]", "() | ()", all},
+      {"a damaged count is no first start", Text({"[Games]", "Count=-3", "DoW1=A"}), "[A]", "() | ()", all},
       {"names are plain text",
        Text({"[Games]", "Count=1", "DoW1=<b>x</b> & y", "[<b>x</b> & y]", "ModCount=1", "[<b>x</b> & y.1]", "Name=&z"}),
        "[<b>x</b> & y]", "&z | ()", ofActive},
@@ -77,16 +74,6 @@ TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
          "() | ()"});
 }
 
-TEST(MainWindow, TheListsSayWhyTheSettingsCannotBeRead) {
-  const std::string reason = "(" + platform::Shown({SettingsFile().native()}) + " could not be read: Is a directory.)";
-  const Act takeSettings = [] {
-    fs::remove(SettingsFile());
-    fs::create_directory(SettingsFile());
-  };
-  Try(FourMods(),
-      {"", {Click("lstNotActive", "Beta"), takeSettings, Click("cmdActivate1"), Answer("OK")}, reason + " | ()"});
-}
-
 TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
   const Act makeFolder = [] { fs::create_directory(GameFolder() / "w40K" / "GammaData"); };
   const auto tells = [](const std::string& control, const std::string& entry, const std::string& text) {
@@ -99,6 +86,8 @@ TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
                     tells("lstNotActive", "Beta", "Data folders:\nBetaData (missing)"),
                     tells("lstActive", "Gamma", "Data folders:\nGammaData\nGammaSound (missing)")},
                    "Beta, Delta | Alpha, Gamma"});
+  const Act noTooltip = tells("lstActive", "Gamma", "");
+  Try(TwoGames(), {"not while another game is selected", {kChooseSecond, noTooltip}, "Beta, Delta | Alpha, Gamma"});
 }
 
 TEST(MainWindow, HasItsSizeFontAndSpokenNames) {

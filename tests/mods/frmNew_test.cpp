@@ -52,15 +52,6 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
   };
   for (const Row& row : rows) Check(FourMods(), row);
 
-  Check(Settings(3, {kAlpha, kBeta, kGamma, {"Deleted", "1", {"x", "y"}}}),
-        {"over a deleted mod of its number, whose other keys stay",
-         {open, Type("New"), Click("lstDirs", "Zoo"), enter},
-         "Beta, New | Alpha, Gamma",
-         Settings(4, {kAlpha, kBeta, kGamma, {"New", "0", {"Zoo"}, {"y"}}})});
-  Check(Settings(-5, {}), {"numbered from 1 where the count is below 0",
-                           {open, Type("New"), enter},
-                           "New | ()",
-                           Settings(1, {{"New", "0"}})});
   const Act seesBoth = [] { EXPECT_EQ(CountWindows("frmNew"), 2); };
   Check(TwoGames(), {"dialogs are independent, and write to the game then selected",
                      {open, Type("Twin"), open, seesBoth, Type("New"), ok, kChooseSecond, ok},

@@ -22,36 +22,18 @@ Act WriteMakeIni(const std::string& text) {
 // By the one command that changes nothing else.
 const Act kWriteModule = Click("cmdActivate1");
 
-TEST(ModuleWriter, TheFoldersOfTheHighestNumberComeFirstAlsoThoseThatAreMissing) {
-  const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
-  const std::string settings = With(Settings(4, {kAlpha, kBeta, kGamma, delta}), "Dir2=?\r\n", "");
-  Try(settings, {"", {WriteMakeIni("NextDirNum=2147483647\n"), kWriteModule}, "Beta | Alpha, Gamma, Delta"});
-  const Names folders = {"d 1", "", "d%3%", "GammaData", "GammaSound", "AlphaData"};
-  EXPECT_EQ(ReadFile(ModuleFile()), Module(folders, 2147483647));
-}
-
-TEST(ModuleWriter, AModsFlagMustBe1AndACountThatIsNoneIsWhatIsThere) {
-  const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
-  const std::string settings = Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", kGamma.folders}, kBeta});
-  Check(With(settings, "DirCount=2", "DirCount=none"), {"also without Make.ini",
-                                                        {removeMakeIni, kWriteModule},
-                                                        "Beta | Alpha, Gamma",
-                                                        {},
-                                                        Names{"GammaData", "GammaSound"}});
-}
-
-// Of the templates every byte is kept but the ends of their lines; a line feed alone is none.
 TEST(ModuleWriter, MakeIniNamesTheFiles) {
   const Act writeTemplates = [] {
-    const fs::path folder = ExecutableFolder() / "sub";
-    WriteFile(folder / "top.txt", "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3));
-    WriteFile(folder / "end.txt", "end");
+    WriteFile(ExecutableFolder() / "sub" / "top.txt", "top");
+    WriteFile(ExecutableFolder() / "sub" / "end.txt", "end");
   };
   const Act makeIni = WriteMakeIni("Outfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
   Check(FourMods(), {"", {makeIni, writeTemplates, kWriteModule}, kLists});
   EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
-            Text({"top ", "", "", "a\nb", std::string("\0\x1A", 2), "DataFolder.5 = GammaData",
-                  "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
+            Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
+  const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
+  const Names folders = {"GammaData", "GammaSound", "AlphaData"};
+  Check(FourMods(), {"without it they have their usual names", {removeMakeIni, kWriteModule}, kLists, {}, folders});
 }
 
 TEST(ModuleWriter, TheModuleFileIsFoundInAnySpelling) {
@@ -62,10 +44,11 @@ TEST(ModuleWriter, TheModuleFileIsFoundInAnySpelling) {
       << "the folder of the mods, and one module file";
 }
 
-TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNoLongerRegistered) {
-  const std::string renamed = With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed");
+TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNotRegisteredOrHasNoFolder) {
   const Message noGame = {"Make Module", "Please set up a game first.", "exclamation", {"OK"}};
-  Check(FourMods(), {"", {Write(renamed), kWriteModule, Sees(noGame), Answer("OK")}, kLists, renamed});
+  for (const std::string& settings :
+       {With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed"), With(FourMods(), "Path=C:\\Games\\D\xF6W\\", "Path=")})
+    Check(FourMods(), {"", {Write(settings), kWriteModule, Sees(noGame), Answer("OK")}, kLists, settings});
 }
 
 TEST(ModuleWriter, AFailureIsSaid) {
@@ -74,7 +57,10 @@ TEST(ModuleWriter, AFailureIsSaid) {
   // From the game's folder to the tool's.
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
   const std::string ownFile = " could not be written: It is one of Gantrel's own files.";
-  const Act writeProgram = [] { WriteFile(GameFolder() / "W40k.exe", "MZ"); };
+  const Act writeProgram = [] {
+    WriteFile(GameFolder() / "W40k.exe", "MZ");
+    fs::resize_file(GameFolder() / "W40k.exe", 17 << 20);
+  };
   const auto tryFailure = [&](const std::string& settings, const std::string& makeIni, const std::string& said) {
     const Message message = {"Make Module", said + "\n\nThe module file was left as it was.", "critical", {"OK"}};
     Check(settings,
