@@ -1,13 +1,15 @@
 #include "platform/file_dialog.h"
 
+#include <memory>
 #include <string>
+#include <type_traits>
 
 #include "platform/windows/system.h"
 
 namespace platform {
 std::vector<HostPath> GamePlaces() { return {}; }
 
-std::optional<HostPath> FindSteamGame(std::string_view /*fileName*/) { return std::nullopt; }
+std::vector<HostPath> StartFolders(std::string_view /*fileName*/) { return {}; }
 
 // Below a key that ends with the session, no key can be made that does not.
 void WithoutTraces(const std::function<void()>& act) {
@@ -15,12 +17,16 @@ void WithoutTraces(const std::function<void()>& act) {
   HKEY key = nullptr;
   const LONG result = RegCreateKeyExW(HKEY_CURRENT_USER, name.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
                                       nullptr, &key, nullptr);
-  if (result == ERROR_SUCCESS) RegOverridePredefKey(HKEY_CURRENT_USER, key);
+  const auto undo = [&name](HKEY replacement) {
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    ::RegCloseKey(replacement);
+    RegDeleteKeyW(HKEY_CURRENT_USER, name.c_str());
+  };
+  // Also undone when `act` throws.
+  const std::unique_ptr<std::remove_pointer_t<HKEY>, decltype(undo)> held(result == ERROR_SUCCESS ? key : nullptr,
+                                                                          undo);
+  if (held) RegOverridePredefKey(HKEY_CURRENT_USER, held.get());
   act();
-  if (result != ERROR_SUCCESS) return;
-  RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-  ::RegCloseKey(key);
-  RegDeleteKeyW(HKEY_CURRENT_USER, name.c_str());
 }
 
 }  // namespace platform
