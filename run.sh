@@ -31,7 +31,7 @@ printf 'WINE REGISTRY Version 2\n' >"$prefix/system.reg"
 put_sample_game "$prefix/drive_c/Games/Sample"
 cmake --install build/release --prefix "$prefix/drive_c/Gantrel" >/dev/null
 cp build/release/gantrel_tour "$prefix/drive_c/Gantrel/"
-cd "$prefix/drive_c/Games/Sample"  # where the file dialog starts
+cd "$prefix/drive_c/Games/Sample"
 HOME=$prefix/../home XDG_RUNTIME_DIR=$prefix/../runtime QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' \
   "$prefix/drive_c/Gantrel/gantrel_tour" "$PWD/W40k.exe" "$pictures"
 say "All is well. Pictures of the windows and messages are in build/pictures/."

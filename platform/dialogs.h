@@ -27,8 +27,8 @@ struct FileFilter {
 
 struct OpenFileDialog {
   std::string_view title;
-  // A Windows path to start in. Where there is no such folder, the dialog starts with the game in a Steam library that
-  // has the file, and where it likes if there is none.
+  // A Windows path to start in. Where there is no such folder, the dialog starts on Linux with the game in a Steam
+  // library that has the file, else on drive C: of a prefix, else in the user's home; on Windows, where it likes.
   std::string folder;
   std::string_view fileName;
   std::span<const FileFilter> filters;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -14,13 +13,13 @@ namespace platform {
 // Empty where the system's own dialog is used, which has places of its own.
 std::vector<HostPath> GamePlaces();
 
-// The folder of the game in the first of Steam's libraries that has one with a file of this name, in any letter case;
-// nothing when none has.
-std::optional<HostPath> FindSteamGame(std::string_view fileName);
+// Where to start looking for a file, best first: games in Steam's libraries that have a file of this name, in any
+// letter case, then drive C: of each prefix, the tool's own first, then the user's home. Not all need be there. Empty
+// where the system's own dialog is used.
+std::vector<HostPath> StartFolders(std::string_view fileName);
 
-// Makes or ends the toolkit's dialog, which then looks up, and writes down, what was visited, in the user's settings
-// for all programs of its kind. Where these settings are the system's own, they take nothing from this program
-// meanwhile.
+// Runs `act`, which creates or deletes Qt's file dialog. The dialog reads and writes a list of visited folders in the
+// user's settings. On Windows, a temporary registry key takes the place of these settings while `act` runs.
 void WithoutTraces(const std::function<void()>& act);
 
 }  // namespace platform

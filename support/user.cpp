@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -365,9 +366,13 @@ bool Exists(const std::string& window) {
 
 std::vector<std::string> Entries(const std::string& list) {
   const auto* const dropDown = qobject_cast<const QComboBox*>(&Control(list));
-  const auto* const model = dropDown != nullptr ? dropDown->model() : List(list).model();
+  const auto& view = dropDown != nullptr ? *dropDown->view() : dynamic_cast<const QAbstractItemView&>(Control(list));
   std::vector<std::string> texts;
-  for (int row = 0; row < model->rowCount(); ++row) texts.push_back(FromQt(model->index(row, 0).data().toString()));
+  for (int row = 0; row < view.model()->rowCount(view.rootIndex()); ++row) {
+    const QModelIndex entry = view.model()->index(row, 0, view.rootIndex());
+    const QString spoken = entry.data(Qt::AccessibleTextRole).toString();
+    texts.push_back(FromQt(spoken.isEmpty() ? entry.data().toString() : spoken));
+  }
   return texts;
 }
 

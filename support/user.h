@@ -61,6 +61,7 @@ struct Message {
 std::optional<Message> ShownMessage();        // or other dialog
 int CountWindows(const std::string& window);  // those on the screen; of several at one place, one
 bool Exists(const std::string& window);       // there, or in memory
+// As a screen reader speaks them.
 std::vector<std::string> Entries(const std::string& list);
 std::string Selected(const std::string& list);       // its text; empty when no entry is
 std::string EmptyText(const std::string& list);      // what it shows in the place of entries

@@ -26,18 +26,21 @@ std::vector<HostPath> GamePlaces() {
   return places;
 }
 
-std::optional<HostPath> FindSteamGame(std::string_view fileName) {
+std::vector<HostPath> StartFolders(std::string_view fileName) {
+  std::vector<HostPath> folders;
   for (const HostPath& library : SteamLibraries()) {
     for (std::string& game : Matches(library.text, "steamapps/common/*")) {
       struct stat status = {};
       const HostPath file = AsSpelledOnDisk({game + "/" + std::string(fileName)});
-      if (stat(file.text.c_str(), &status) == 0 && S_ISREG(status.st_mode)) return HostPath{std::move(game)};
+      if (stat(file.text.c_str(), &status) == 0 && S_ISREG(status.st_mode)) folders.push_back({std::move(game)});
     }
   }
-  return std::nullopt;
+  for (const HostPath& prefix : Prefixes()) folders.push_back({prefix.text + "/drive_c"});
+  folders.push_back({HomeFolder()});
+  return folders;
 }
 
-// The settings are a file here, which the toolkit was told not to have.
+// The settings are a file here, which Qt was told not to have.
 void WithoutTraces(const std::function<void()>& act) { act(); }
 
 }  // namespace platform

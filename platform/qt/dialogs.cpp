@@ -1,6 +1,8 @@
 #include "platform/dialogs.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QByteArray>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -12,8 +14,10 @@
 #include <QPushButton>
 #include <QStyledItemDelegate>
 #include <QUrl>
+#include <QUtf8StringView>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "platform/file_dialog.h"
 #include "platform/paths.h"
@@ -50,6 +54,7 @@ QMessageBox::Icon BoxIcon(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
+// The dialog shows their texts alone.
 QStringList NameFilters(std::span<const FileFilter> filters) {
   QStringList list;
   for (const FileFilter& filter : filters) {
@@ -59,12 +64,26 @@ QStringList NameFilters(std::span<const FileFilter> filters) {
   return list;
 }
 
+// By way of UTF-8, since Qt's conversion to it never fails.
 HostPath FromQtPath(const QString& path) {
-  return {std::filesystem::path(path.toStdU16String()).make_preferred().native()};
+  const QByteArray text = path.toUtf8();
+  return {std::filesystem::path(std::u8string(text.begin(), text.end())).make_preferred().native()};
 }
 
-QString ToQtPath(const HostPath& path) {
-  return QString::fromStdU16String(std::filesystem::path(path.text).u16string());
+// Nothing for a path that Qt cannot express: on Linux, one with a name that is not UTF-8.
+std::optional<QString> ToQtPath(const HostPath& path) {
+  const std::u8string text = std::filesystem::path(path.text).u8string();
+  if (!QUtf8StringView(text).isValidUtf8()) return std::nullopt;
+  return QString::fromUtf8(text.c_str());
+}
+
+// The first of these that is a folder; empty when none is.
+QString FirstFolder(const std::vector<HostPath>& folders) {
+  for (const HostPath& folder : folders) {
+    const auto path = ToQtPath(folder);
+    if (path && QFileInfo(*path).isDir()) return *path;
+  }
+  return "";
 }
 
 // Takes the name of a file in any letter case, as the game's own system does.
@@ -76,17 +95,16 @@ struct FileDialog : QFileDialog {
     auto* const box = findChild<QLineEdit*>();  // none where the dialog is the system's own
     const QStringList chosen = selectedFiles();
     if (box != nullptr && chosen.size() == 1 && !QFileInfo::exists(chosen.front())) {
-      const QFileInfo onDisk(ToQtPath(AsSpelledOnDisk(FromQtPath(chosen.front()))));
-      if (onDisk.exists()) box->setText(onDisk.filePath());
+      const auto onDisk = ToQtPath(AsSpelledOnDisk(FromQtPath(chosen.front())));
+      if (onDisk && QFileInfo::exists(*onDisk)) box->setText(*onDisk);
     }
     QFileDialog::accept();
   }
 };
 
-// Shows the places of the side bar as paths, shortened to its width: by their names alone, one drive_c is like the
-// other.
+// Shows the places of the side bar as they are spoken, shortened to its width.
 struct PlaceNames : QStyledItemDelegate {
-  explicit PlaceNames(QFileDialog* dialog) : QStyledItemDelegate(dialog), dialog_(dialog) {}
+  using QStyledItemDelegate::QStyledItemDelegate;
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     return {0, QStyledItemDelegate::sizeHint(option, index).height()};
@@ -95,16 +113,22 @@ struct PlaceNames : QStyledItemDelegate {
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
-    const QString path = dialog_->sidebarUrls().value(index.row()).toLocalFile();
-    const QString home = QDir::homePath();
-    const bool isInHome = path == home || path.startsWith(home + "/");
-    option->text = isInHome ? "~" + path.mid(home.size()) : path;
+    option->text = index.data(Qt::AccessibleTextRole).toString();
     option->textElideMode = Qt::ElideMiddle;
   }
-
- private:
-  const QFileDialog* dialog_;
 };
+
+// Paths in the place of names: by its name, one drive_c is like the other.
+void NamePlaces(QListView& sideBar, const QList<QUrl>& places) {
+  const QString home = QDir::homePath();
+  for (int row = 0; row < places.size(); ++row) {
+    const QString path = places[row].toLocalFile();
+    const bool isInHome = path == home || path.startsWith(home + "/");
+    const QString name = isInHome ? "~" + path.mid(home.size()) : path;
+    sideBar.model()->setData(sideBar.model()->index(row, 0), name, Qt::AccessibleTextRole);
+  }
+  sideBar.setItemDelegate(new PlaceNames(&sideBar));
+}
 
 // The system's own dialog has neither such places nor a way to show what is hidden, as the folders of Steam are.
 void OfferPlaces(QFileDialog& dialog, const std::vector<HostPath>& places) {
@@ -112,14 +136,23 @@ void OfferPlaces(QFileDialog& dialog, const std::vector<HostPath>& places) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFilter(dialog.filter() | QDir::Hidden);
   QList<QUrl> urls;
-  for (const HostPath& place : places) urls << QUrl::fromLocalFile(ToQtPath(place));
+  for (const HostPath& place : places) {
+    if (const auto path = ToQtPath(place)) urls << QUrl::fromLocalFile(*path);
+  }
   dialog.setSidebarUrls(urls);
   if (auto* const sideBar = dialog.findChild<QListView*>("sidebar")) {
     constexpr int kWidth = 300;
-    sideBar->setItemDelegate(new PlaceNames(&dialog));
+    NamePlaces(*sideBar, dialog.sidebarUrls());
     sideBar->setMinimumWidth(kWidth);
     dialog.resize(dialog.sizeHint() + QSize(kWidth, 0));
   }
+}
+
+// Nothing can be renamed, moved, deleted or created in the dialog, nor dragged out of it.
+void MakeReadOnly(QFileDialog& dialog) {
+  dialog.setOption(QFileDialog::ReadOnly);
+  for (auto* const view : dialog.findChildren<QAbstractItemView*>())
+    view->setDragDropMode(QAbstractItemView::NoDragDrop);
 }
 
 struct LeaveNoTraces {
@@ -164,20 +197,22 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
 }
 
 std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
-  auto folder = ToHostPath(settings.folder);
-  if (folder) folder = AsSpelledOnDisk(*folder);
-  if (!folder || !QFileInfo(ToQtPath(*folder)).isDir()) folder = FindSteamGame(settings.fileName);
+  const auto given = ToHostPath(settings.folder);
+  QString folder = given ? FirstFolder({AsSpelledOnDisk(*given)}) : "";
+  if (folder.isEmpty()) folder = FirstFolder(StartFolders(settings.fileName));
   for (;;) {
     std::unique_ptr<QFileDialog, LeaveNoTraces> dialog;
     WithoutTraces([&] { dialog.reset(new FileDialog(QApplication::activeWindow(), ToQt(settings.title))); });
     OfferPlaces(*dialog, GamePlaces());
     dialog->setWindowModality(Qt::ApplicationModal);
+    MakeReadOnly(*dialog);
     dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setOption(QFileDialog::HideNameFilterDetails);
     dialog->setNameFilters(NameFilters(settings.filters));
     dialog->setDefaultSuffix(ToQt(settings.defaultExtension));
-    if (folder) dialog->setDirectory(ToQtPath(*folder));
+    if (!folder.isEmpty()) dialog->setDirectory(folder);
     const QString offered = dialog->directory().filePath(ToQt(settings.fileName));
-    dialog->selectFile(QFileInfo(ToQtPath(AsSpelledOnDisk(FromQtPath(offered)))).fileName());
+    dialog->selectFile(QFileInfo(ToQtPath(AsSpelledOnDisk(FromQtPath(offered))).value_or(offered)).fileName());
     if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
 
     const HostPath chosen = FromQtPath(dialog->selectedFiles().front());

@@ -162,23 +162,32 @@ TEST_F(Launchers, TheFirstPrefixThatHasTheKeyAnswersInPathsOnTheToolsDrives) {
   }
 }
 
-TEST_F(Launchers, AreOfferedByTheFileDialogWhichLeavesNothingInTheHome) {
-  WriteFile(steam_ / "steamapps/libraryfolders.vdf", "\"1\" \"" + disk + "\"");
-  WriteFile(steam_ / "steamapps/common/Other/W40k.exe/no game", "");
+TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
+  using namespace support;
+  const std::string notUtf8 = disk + "/\xFC";
   const fs::path game = disk_ / u8"steamapps/common/D\u00F6W";
-  WriteFile(game / "W40K.EXE", "");
+  WriteFile(steam_ / "steamapps/libraryfolders.vdf", "\"1\" \"" + notUtf8 + "\" \"2\" \"" + disk + "\"");
+  WriteFile(steam_ / "steamapps/common/Other/W40k.exe/no game", "");
+  for (const fs::path& folder : {fs::path(notUtf8) / "steamapps/common/DoW", game, game / ".hidden"})
+    WriteFile(folder / "W40K.EXE", "");
   for (const fs::path& prefix : {steam_ / "steamapps/compatdata/1/pfx", home_ / ".wine"}) MakePrefix(prefix);
-  EXPECT_EQ(Texts(platform::GamePlaces()),
-            (Paths{home_, steam_ / "steamapps/common", disk_ / "steamapps/common", home_ / ".wine/drive_c",
-                   steam_ / "steamapps/compatdata/1/pfx/drive_c"}));
-
+  const Paths starts = {notUtf8 + "/steamapps/common/DoW", game, home_ / ".wine/drive_c",
+                        steam_ / "steamapps/compatdata/1/pfx/drive_c", home_};
+  EXPECT_EQ(Texts(platform::StartFolders("w40k.exe")), starts);
   const auto inHome = [&] { return std::distance(fs::recursive_directory_iterator(home_), {}); };
   const auto before = inHome();
-  const support::Act enter = support::Press(support::Key::Enter);
-  EXPECT_FALSE(support::Use({support::Click("cmdnew"), enter, support::Type("W40K.EXE"), enter, [&] {
-                               EXPECT_EQ(support::Entries("lstGames"),
-                                         support::Names{"Dawn of War (" + OnZ(game / "") + ")"});
-                             }}));
+  const Act enter = Press(Key::Enter);
+  const Act look = [&] {
+    EXPECT_EQ(Entries("fileTypeCombo"), (Names{"W40k.exe", "All Files"}));
+    const Names places = {"~", "~/.local/share/Steam/steamapps/common", platform::Shown({disk + "/steamapps/common"}),
+                          "~/.wine/drive_c", "~/.local/share/Steam/steamapps/compatdata/1/pfx/drive_c"};
+    EXPECT_EQ(Entries("sidebar"), places);
+  };
+  const Act open = InTurn({Click("cmdnew"), enter, look});
+  const Act openHidden = InTurn({GoTo("treeView"), Type(".h"), Press(Key::Delete), enter, GoTo("fileNameEdit")});
+  EXPECT_FALSE(Use({open, openHidden, Type("W40K.EXE"), enter, [&] {
+                      EXPECT_EQ(Entries("lstGames"), Names{"Dawn of War (" + OnZ(game / ".hidden" / "") + ")"});
+                    }}));
   EXPECT_EQ(inHome(), before);
 }
 
