@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -290,6 +291,23 @@ Act Paste(const std::u16string& text) {
     QApplication::clipboard()->setText(QString::fromStdU16String(text));
     QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_V, Qt::ControlModifier);
   };
+}
+
+Act PressAhead(Key key, const Act& act) {
+  return [=] {
+    // Behind what makes a new window active: the display gives a key to the window that is active when it is taken.
+    const auto press = [=] { QMetaObject::invokeMethod(qApp, Press(key), Qt::QueuedConnection); };
+    QMetaObject::invokeMethod(qApp, press, Qt::QueuedConnection);
+    act();
+  };
+}
+
+Act Perform(const std::string& action, const std::string& control) {
+  const Act act = [=] {
+    QAccessible::queryAccessibleInterface(&Control(control))->actionInterface()->doAction(ToQt(action));
+  };
+  constexpr std::chrono::milliseconds kLongest(200);  // Qt shows a button as pressed for half as long before it clicks
+  return InTurn({act, Wait(kLongest)});
 }
 
 Act Close(const std::string& window) {

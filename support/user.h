@@ -34,10 +34,12 @@ Act Answer(const std::string& button);                                 // a mess
 
 enum class Key : std::uint8_t { Tab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
 Act Press(Key key);
-Act Hold(Key key);                      // down for so long that it comes again
-Act GoTo(const std::string& control);   // by the Tab key
-Act Type(const std::string& text);      // where the focus is, in place of what is selected
-Act Paste(const std::u16string& text);  // there as well, and not in the code page
+Act Hold(Key key);                                                   // down for so long that it comes again
+Act GoTo(const std::string& control);                                // by the Tab key
+Act Type(const std::string& text);                                   // where the focus is, in place of what is selected
+Act Paste(const std::u16string& text);                               // there as well, and not in the code page
+Act PressAhead(Key key, const Act& act);                             // while `act` begins
+Act Perform(const std::string& action, const std::string& control);  // by a screen reader: "Press", "Increase"
 
 // Of the named window; where none is named, of the message or other dialog that is shown, or else of the active window.
 Act Close(const std::string& window = "");  // by its close box

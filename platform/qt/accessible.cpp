@@ -51,6 +51,7 @@ class AccessibleDropDownList : public QAccessibleWidget {
 
   // The next entry and the one before are chosen as by an arrow key, with the focus.
   void doAction(const QString& action) override {
+    if (!list_->isEnabled() || IsBlockedByDialog()) return;
     const int step = action == increaseAction() ? 1 : action == decreaseAction() ? -1 : 0;
     if (step != 0) {
       list_->setFocus();

@@ -92,6 +92,8 @@ class CodePageValidator : public QValidator {
 
 }  // namespace
 
+bool IsBlockedByDialog() { return QApplication::activeModalWidget() != nullptr; }
+
 void KeepToCodePage(QLineEdit& box) { box.setValidator(new CodePageValidator(box)); }
 
 NativeTextBox::NativeTextBox(QWidget* parent) : QLineEdit(parent) { KeepToCodePage(*this); }
@@ -246,6 +248,7 @@ void Button::SetEnabled(bool isEnabled) const {
 
 void Button::OnClick(std::function<void()> handler) const {
   QObject::connect(native_, &QPushButton::clicked, native_, [native = native_, click = std::move(handler)] {
+    if (IsBlockedByDialog()) return;
     // The mouse has taken the focus from a drop-down list by now. So does a click by a key or by a screen reader, and
     // the validation may show that there is nothing to click on.
     if (dynamic_cast<NativeDropDownList*>(native->window()->focusWidget()) != nullptr) native->setFocus();

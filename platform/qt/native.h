@@ -19,6 +19,10 @@
 // The toolkit's widgets behind the handles of controls.h and window.h.
 namespace platform {
 
+// Whether a dialog is open, which blocks all windows that have a layout. Qt then keeps the mouse and the keyboard from
+// their controls, but not a screen reader.
+bool IsBlockedByDialog();
+
 struct NativeButton : QPushButton {
   using QPushButton::QPushButton;
   QWidget* fills = nullptr;
