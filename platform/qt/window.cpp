@@ -247,6 +247,11 @@ void NativeWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange) TakeDesktopsSize();
 }
 
+void NativeWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  TakeDesktopsSize();
+}
+
 void NativeWindow::BringWhatIsInFront() {
   if (!isActiveWindow() || isInUse_ || inFront_ == nullptr) return;
   inFront_->setWindowState(inFront_->windowState() & ~Qt::WindowMinimized);
@@ -254,15 +259,19 @@ void NativeWindow::BringWhatIsInFront() {
   inFront_->activateWindow();
 }
 
-// A desktop may maximise the window all the same. Its controls stay where they are.
+// A desktop may maximise the window all the same, or give it the whole screen. Its controls stay where they are.
 void NativeWindow::TakeDesktopsSize() {
-  const bool isFilling = isMaximized() || isFullScreen();
-  if (isFilling == (maximumSize() != minimumSize())) return;
-  if (!isFilling) return setFixedSize(minimumSize());
+  const bool isWayland = QGuiApplication::platformName().startsWith("wayland");
+  const bool isFixed = maximumSize() == minimumSize();
+  // Wayland centres a window that is smaller than the screen that it was given.
+  const bool isFilling = isMaximized() || (isFullScreen() && !isWayland);
+  if (isFilling == !isFixed) return;
+  if (!isFilling) return isWayland ? resize(minimumSize()) : setFixedSize(minimumSize());
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   // Wayland ends a program whose maximised window has another size. This one has been told its size before it could
-  // take it, so it must be told again before it is painted.
-  if (QGuiApplication::platformName().startsWith("wayland")) {
+  // take it, so it must be told again before it is painted. It keeps no largest size from then on, since a desktop may
+  // show it unmaximised for a moment each time that it appears.
+  if (isWayland) {
     hide();
     show();
   }
