@@ -111,12 +111,7 @@ void NativeDropDownList::focusOutEvent(QFocusEvent* event) {
 }
 
 void NativeDropDownList::wheelEvent(QWheelEvent* event) {
-  // Without the focus there would be no validation after the choice, and the lists would show another game's mods.
-  if (hasFocus()) {
-    QComboBox::wheelEvent(event);
-  } else {
-    event->ignore();
-  }
+  event->ignore();  // it would choose another game, unnoticed by who scrolls past
 }
 
 void NativeButton::paintEvent(QPaintEvent* event) {
