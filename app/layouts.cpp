@@ -96,8 +96,8 @@ constexpr std::array kMainKeys = {
     KeyLayout{.key = "Enter", .target = "cmdActivate1", .list = "lstNotActive"},
     KeyLayout{.key = "Enter", .target = "cmdDeactivate1", .list = "lstActive"},
     KeyLayout{.key = "Delete", .target = "cmdDeleteMod", .list = "lstNotActive"},
-    KeyLayout{.key = "Alt+Up", .target = "cmdMoveUp", .list = "lstActive"},
-    KeyLayout{.key = "Alt+Down", .target = "cmdMoveDown", .list = "lstActive"},
+    KeyLayout{.key = "Alt+Up", .target = "cmdMoveUp", .list = "lstActive", .repeats = true},
+    KeyLayout{.key = "Alt+Down", .target = "cmdMoveDown", .list = "lstActive", .repeats = true},
     KeyLayout{.key = "Insert", .target = "cmdNewMod"},
     KeyLayout{.key = "F5", .target = "lstGame"},
 };

@@ -62,6 +62,7 @@ struct KeyLayout {
   std::string_view key;        // as "Alt+Up"
   std::string_view target;     // a button, which it clicks while it is enabled; or a drop-down list, which it leaves
   std::string_view list = {};  // where its selected entry must have the focus; "Enter" is a double click there as well
+  bool repeats = false;        // while it is held down, at the keyboard's rate; otherwise it acts once
 };
 
 struct Colour {

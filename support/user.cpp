@@ -260,12 +260,12 @@ Act Press(Key key) {
   };
 }
 
-Act Hold(Key key) {
+Act Hold(Key key, const Act& meanwhile) {
   const Act comeAgain = [=] {
-    QKeyEvent again(QEvent::KeyPress, Combination(key).key(), Qt::NoModifier, "", true);
+    QKeyEvent again(QEvent::KeyPress, Combination(key).key(), Combination(key).keyboardModifiers(), "", true);
     QApplication::sendEvent(hands->Front().windowHandle(), &again);
   };
-  return InTurn({Press(key), comeAgain});
+  return InTurn({Press(key), meanwhile, comeAgain});
 }
 
 Act GoTo(const std::string& control) {

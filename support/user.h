@@ -34,7 +34,7 @@ Act Answer(const std::string& button);                                 // a mess
 
 enum class Key : std::uint8_t { Tab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
 Act Press(Key key);
-Act Hold(Key key);                                                   // down for so long that it comes again
+Act Hold(Key key, const Act& meanwhile = [] {});                     // down for so long that it comes again
 Act GoTo(const std::string& control);                                // by the Tab key
 Act Type(const std::string& text);                                   // where the focus is, in place of what is selected
 Act Paste(const std::u16string& text);                               // there as well, and not in the code page

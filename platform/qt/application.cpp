@@ -53,7 +53,12 @@ bool Clicks(int key) {
 
 struct EventFilter : QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override {
-    if ((IsDroppingInput() && IsPressed(*event)) || IsHeldDown(*event)) return true;
+    const auto* const key = dynamic_cast<const QKeyEvent*>(event);
+    if (key != nullptr && key->type() == QEvent::KeyRelease) released = {key->key(), key->timestamp()};
+    // Keys that click are to click once, however long they are held down, also where the first click has opened a
+    // dialog.
+    const bool clicksAgain = key != nullptr && IsPressed(*key) && IsRepeat(*key) && Clicks(key->key());
+    if (clicksAgain || (IsDroppingInput() && IsPressed(*event))) return true;
     if (event->type() != QEvent::Quit) return QObject::eventFilter(receiver, event);
     // The desktop asks by this event, at the end of its session for one. The toolkit would ask every window to close
     // first, and stay when one refuses.
@@ -61,20 +66,7 @@ struct EventFilter : QObject {
     return true;
   }
 
- private:
-  // Keys that click are to click once, however long they are held down, also where the first click has opened a dialog.
-  bool IsHeldDown(const QEvent& event) {
-    const auto* const key = dynamic_cast<const QKeyEvent*>(&event);
-    if (key == nullptr) return false;
-    const bool isPress = event.type() != QEvent::KeyRelease;
-    if (!isPress) released_ = {key->key(), key->timestamp()};
-    // X11 sends a release and a press of one time, which the toolkit does not always see to belong together.
-    const bool isOneTime = key->timestamp() != 0 && released_ == std::pair(key->key(), key->timestamp()) &&
-                           QGuiApplication::platformName() == "xcb";
-    return isPress && (key->isAutoRepeat() || isOneTime) && Clicks(key->key());
-  }
-
-  std::pair<int, quint64> released_;  // the last key, and when
+  std::pair<int, quint64> released;  // the last key, and when
 };
 
 // While the display is opened. In its own words the toolkit would have the user install it again.
@@ -202,6 +194,13 @@ void DropInputAfterHandler() {
 }
 
 bool IsDroppingInput() { return running->isDroppingInput; }
+
+// X11 sends a release and a press of one time, which the toolkit does not always see to belong together.
+bool IsRepeat(const QKeyEvent& press) {
+  const bool isOneTime = press.timestamp() != 0 && QGuiApplication::platformName() == "xcb" &&
+                         running->eventFilter.released == std::pair(press.key(), press.timestamp());
+  return press.isAutoRepeat() || isOneTime;
+}
 
 // Ending the loops says once more that the program is about to quit, in some versions of the toolkit.
 void Quit() {

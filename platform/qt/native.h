@@ -105,6 +105,7 @@ struct NativeWindow : QWidget {
     QKeyCombination key;
     QWidget* target = nullptr;
     const NativeListBox* list = nullptr;
+    bool repeats = false;
   };
 
   void SetOpen(bool isOpen);

@@ -4,6 +4,8 @@
 
 #include "platform/layout.h"
 
+class QKeyEvent;
+
 // What the windows need of the running application.
 namespace platform {
 
@@ -23,6 +25,9 @@ void DropPendingInput();
 void DropInputAfterHandler();
 
 bool IsDroppingInput();
+
+// Whether the key is pressed because it is held down.
+bool IsRepeat(const QKeyEvent& press);
 
 // Ends the event loops, the nested ones included, for good.
 void Quit();

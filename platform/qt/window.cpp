@@ -143,7 +143,8 @@ void NativeWindow::ConnectControl(const ControlLayout& control) const {
 void NativeWindow::AddKey(const KeyLayout& layout) {
   auto& target = Find<QWidget>(*this, layout.target);
   const auto* const list = layout.list.empty() ? nullptr : &Find<NativeListBox>(*this, layout.list);
-  keys_.push_back({Plain(QKeySequence(ToQt(layout.key), QKeySequence::PortableText)[0]), &target, list});
+  const QKeySequence key(ToQt(layout.key), QKeySequence::PortableText);
+  keys_.push_back({Plain(key[0]), &target, list, layout.repeats});
   QString told = target.accessibleDescription();
   if (!told.isEmpty()) told += ", ";
   told += ToQt(layout.key);
@@ -156,7 +157,7 @@ bool NativeWindow::TakeKey(const QKeyEvent& event, const NativeListBox* list) {
   const auto key =
       std::ranges::find_if(keys_, [&](const NativeKey& each) { return each.key == pressed && each.list == list; });
   if (key == keys_.end()) return false;
-  if (event.isAutoRepeat() || (list != nullptr && list->selectedItems().isEmpty())) return true;
+  if ((IsRepeat(event) && !key->repeats) || (list != nullptr && list->selectedItems().isEmpty())) return true;
   if (auto* const left = dynamic_cast<NativeDropDownList*>(key->target)) {
     Leave(*left);
   } else if (auto* const button = dynamic_cast<NativeButton*>(key->target)) {
