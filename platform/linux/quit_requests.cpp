@@ -10,7 +10,8 @@ namespace platform {
 namespace {
 
 // A signal handler may do little more than write; the event loop reads the other end.
-volatile int writingEnd = -1;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): a handler has no argument
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a handler has no argument
+volatile std::sig_atomic_t writingEnd = -1;
 
 void PassOn(int /*signal*/) {
   const char anything = 0;
@@ -26,7 +27,13 @@ int QuitRequestDescriptor() {
   struct sigaction action = {};
   action.sa_handler = PassOn;  // NOLINT(cppcoreguidelines-pro-type-union-access): the system's own structure
   action.sa_flags = SA_RESTART;
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaction(signal, &action, nullptr);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    struct sigaction before = {};
+    sigaction(signal, nullptr, &before);
+    // Who started the program may have it ignore a signal: nohup does.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): the system's own structure
+    if (before.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);
+  }
   return ends[0];
 }
 
