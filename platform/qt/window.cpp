@@ -122,12 +122,12 @@ void NativeWindow::AddControl(const ControlLayout& control) {
     colours.setColor(QPalette::WindowText, ToQColor(layout_.colours->labels));
     widget->setPalette(colours);
   }
-  if (control.role == ButtonRole::Default) {
-    defaultButton_ = qobject_cast<QPushButton*>(widget);
-    defaultButton_->setDefault(true);
-  }
-  if (control.role == ButtonRole::Cancel) cancelButton_ = qobject_cast<QPushButton*>(widget);
   controls.emplace(control.name, widget);
+  if (control.role == ButtonRole::Plain) return;
+  auto& button = Find<NativeButton>(*this, control.name);
+  const bool isDefault = control.role == ButtonRole::Default;
+  button.setDefault(isDefault);
+  (isDefault ? defaultButton_ : cancelButton_) = &button;
 }
 
 void NativeWindow::ConnectControl(const ControlLayout& control) const {
