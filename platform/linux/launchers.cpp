@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <yaml.h>
 
+#include <cstddef>
 #include <iomanip>
 #include <set>
 #include <span>
@@ -32,45 +33,55 @@ constexpr const char* kBottles = "{.local/share,.var/app/com.usebottles.bottles/
 constexpr const char* kHeroicsOwn = "Games/Heroic/Prefixes/{*,default/*}";
 constexpr const char* kBottlesOwn = "{.local/share,.var/app/com.usebottles.bottles/data}/bottles/bottles/*";
 
-using Texts = std::vector<std::string>;
+// How many bytes of the launchers' files are read at a time, and how deep brackets may be nested there: a file has one
+// or two thousand bytes for a game, and is five levels deep. With much more the parser could be busy for minutes.
+constexpr std::size_t kMostBytes = std::size_t{2} * 1024 * 1024;
+constexpr int kDeepest = 20;
+
+using Paths = std::vector<std::string>;
+
+// Whatever is no absolute path is left out.
+void AddPath(std::string text, Paths& paths) {
+  if (text.starts_with("~/")) text.replace(0, 1, HomeFolder());
+  if (text.starts_with('/')) paths.push_back(std::move(text));
+}
 
 // The texts in quotes, and whatever stands between them. Steam's files are made of these alone, and escape as this
 // does.
-Texts TextsOfSteam(std::string_view bytes) {
-  Texts texts;
+void AddPathsOfSteam(std::string_view bytes, Paths& paths) {
   std::istringstream file{std::string(bytes)};
-  for (std::string text; file >> std::quoted(text);) texts.push_back(text);
-  return texts;
+  for (std::string text; file >> std::quoted(text);) AddPath(text, paths);
 }
 
-// Up to where the file is damaged. Also of JSON, all of which is YAML.
+// Up to where the file is damaged. Also of JSON, all of which is YAML. Takes the tokens alone: above them, the parser
+// compares each directive with all others.
 // NOLINTBEGIN(cppcoreguidelines-pro-type-reinterpret-cast, cppcoreguidelines-pro-type-union-access): a library in C
-Texts TextsOfYaml(std::string_view bytes) {
-  Texts texts;
+void AddPathsOfYaml(std::string_view bytes, Paths& paths) {
   yaml_parser_t parser;
-  if (yaml_parser_initialize(&parser) == 0) return texts;
+  if (yaml_parser_initialize(&parser) == 0) return;
   yaml_parser_set_input_string(&parser, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-  yaml_event_t event;
-  for (bool isEnd = false; !isEnd && yaml_parser_parse(&parser, &event) != 0; yaml_event_delete(&event)) {
-    isEnd = event.type == YAML_STREAM_END_EVENT;
-    if (event.type != YAML_SCALAR_EVENT) continue;
-    texts.emplace_back(reinterpret_cast<const char*>(event.data.scalar.value), event.data.scalar.length);
+  yaml_token_t token;
+  int depth = 0;
+  for (bool isEnd = false; !isEnd && yaml_parser_scan(&parser, &token) != 0; yaml_token_delete(&token)) {
+    const yaml_token_type_t type = token.type;
+    if (type == YAML_FLOW_SEQUENCE_START_TOKEN || type == YAML_FLOW_MAPPING_START_TOKEN) ++depth;
+    if (type == YAML_FLOW_SEQUENCE_END_TOKEN || type == YAML_FLOW_MAPPING_END_TOKEN) --depth;
+    isEnd = type == YAML_STREAM_END_TOKEN || depth > kDeepest;
+    if (type != YAML_SCALAR_TOKEN) continue;
+    AddPath({reinterpret_cast<const char*>(token.data.scalar.value), token.data.scalar.length}, paths);
   }
   yaml_parser_delete(&parser);
-  return texts;
 }
 // NOLINTEND(cppcoreguidelines-pro-type-reinterpret-cast, cppcoreguidelines-pro-type-union-access)
 
 // All paths that a launcher's file has, under whatever key: what is there tells which of them are prefixes or
-// libraries, so that no change of the keys can hide one.
-Texts PathsIn(const std::string& file, Texts (*textsOf)(std::string_view)) {
+// libraries, so that no change of the keys can hide one. None of a file that takes more than the room that is left.
+Paths PathsIn(const std::string& file, void (*addPaths)(std::string_view, Paths&), std::size_t& room) {
+  Paths paths;
   std::string bytes;
-  if (ReadFile({file}, bytes)) return {};
-  Texts paths;
-  for (std::string& text : textsOf(bytes)) {
-    if (text.starts_with("~/")) text.replace(0, 1, HomeFolder());
-    if (text.starts_with('/')) paths.push_back(std::move(text));
-  }
+  if (ReadFile({file}, bytes, room)) return paths;
+  room -= bytes.size();
+  addPaths(bytes, paths);
   return paths;
 }
 
@@ -115,11 +126,12 @@ std::vector<std::string> Matches(std::string_view folder, const char* pattern) {
 }
 
 std::vector<HostPath> SteamLibraries() {
+  std::size_t room = kMostBytes;
   Folders libraries;
   for (const std::string& steam : Matches(HomeFolder(), kSteam)) {
     libraries.Add(steam, "/steamapps");
     for (const std::string& list : Matches(steam, "{steamapps,config}/libraryfolders.vdf")) {
-      for (const std::string& library : PathsIn(list, TextsOfSteam)) libraries.Add(library, "/steamapps");
+      for (const std::string& library : PathsIn(list, AddPathsOfSteam, room)) libraries.Add(library, "/steamapps");
     }
   }
   return libraries.Take();
@@ -131,12 +143,15 @@ std::vector<HostPath> Prefixes() {
   const auto addMatches = [&](const std::string& folder, const char* pattern) {
     for (const std::string& prefix : Matches(folder, pattern)) prefixes.AddPrefix(prefix);
   };
-  const auto addNamedIn = [&](const char* files) {
-    for (const std::string& file : Matches(home, files)) {
-      for (const std::string& folder : PathsIn(file, TextsOfYaml)) {
-        prefixes.AddPrefix(folder);
-        addMatches(folder, "{*,default/*}");
-      }
+  std::size_t room = kMostBytes;
+  const auto addNamedIn = [&](const char* pattern) {
+    Folders named;
+    for (const std::string& file : Matches(home, pattern)) {
+      for (const std::string& path : PathsIn(file, AddPathsOfYaml, room)) named.Add(path, "/.");
+    }
+    for (const HostPath& folder : named.Take()) {
+      prefixes.AddPrefix(folder.text);
+      addMatches(folder.text, "{*,default/*}");
     }
   };
 

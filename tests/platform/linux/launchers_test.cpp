@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 #include "installations/registry_lookup.h"
@@ -106,6 +107,9 @@ TEST_F(Launchers, AreAskedInTheirOrderEachPrefixOnceAndNothingElseMatters) {
                           disk_ / "steamapps/compatdata/1",
                           home_ / "Games/Heroic/Prefixes/x",
                           disk_ / "lutris",
+                          disk_ / "lutris a",
+                          disk_ / "lutris b",
+                          disk_ / "lutris c",
                           home_ / ".local/share/bottles/bottles/x"};
   for (const std::string& prefix : prefixes) MakePrefix(prefix);
   // Links to what is there already, in circles, and to nowhere.
@@ -122,6 +126,14 @@ TEST_F(Launchers, AreAskedInTheirOrderEachPrefixOnceAndNothingElseMatters) {
             "\"1\" \"" + steam_.string() + "/\" \"2\" \"\" \"3\" \"" + disk + "\" } } \"4\" \"/cut o");
   WriteFile(lutris / "1.yml", "game: {prefix: [\n\t\xFF");
   WriteFile(lutris / "2.yml", "prefix: /vanished/prefix\nother: " + disk + "/lutris\nmore: \"" + disk);
+  const std::string path = "\"" + disk + "/lutris ";
+  std::string directives;  // more than half of what is read in all
+  for (int i = 1'000'000; i < 1'070'000; ++i) directives += "%TAG !" + std::to_string(i) + "! x\n";
+  WriteFile(lutris / "2a.yml", std::string(20, '[') + path + "a\", [" + path + "too deep\"");
+  WriteFile(lutris / "2b.yml", directives + "--- " + path + "b\"");
+  WriteFile(lutris / "2c.yml", directives + "--- " + path + "too much\"");
+  WriteFile(lutris / "2d.yml", path + "c\"");
+  for (const char* const unread : {"too deep", "too much"}) MakePrefix(disk_ / ("lutris " + std::string(unread)));
   fs::create_directories(lutris / "3.yml");
   ASSERT_EQ(mkfifo((lutris / "4.yml").c_str(), 0600), 0);
   fs::create_directories(home_ / ".config/heroic/config.json");
@@ -130,17 +142,22 @@ TEST_F(Launchers, AreAskedInTheirOrderEachPrefixOnceAndNothingElseMatters) {
   EXPECT_EQ(Texts(platform::SteamLibraries()), (Paths{steam_, disk_}));
 }
 
-TEST_F(Launchers, TheFirstPrefixThatHasTheKeyAnswersInPathsOnTheToolsDrives) {
+TEST_F(Launchers, TheFirstPrefixThatHasTheValueAnswersInPathsOnTheToolsDrives) {
   const fs::path other = home_ / "Games/Heroic/Prefixes/x";
   struct Row {
     std::string own;    // the value in the registry of the tool's prefix, which has no key if this is empty
     std::string other;  // the same of another prefix
     std::string expected;
+    std::uintmax_t ownSize = 0;  // of the file of the tool's prefix, if it has more than that
   };
+  constexpr std::uintmax_t kMostBytes = std::uintmax_t{128} * 1024 * 1024;
   const Row rows[] = {
       {R"("D:\\DoW")", R"("C:\\DoW")", "D:\\DoW"},
       {"dword:00000007", R"("C:\\DoW")", "7"},
       {"", R"("C:\\DoW\\")", OnZ(other / "drive_c/DoW")},
+      {"damaged", R"("C:\\DoW")", OnZ(other / "drive_c/DoW")},
+      {R"("D:\\DoW")", R"("C:\\DoW")", "D:\\DoW", kMostBytes},
+      {R"("D:\\DoW")", R"("C:\\DoW")", OnZ(other / "drive_c/DoW"), kMostBytes + 1},
       {"", R"(str(2):"t:/Common\\DoW")", OnZ(disk_ / "Common/DoW")},
       {"", R"("S:\\DoW")", "G:\\DoW"},
       {"", R"("z:\\opt\\DoW")", "Z:\\opt\\DoW"},
@@ -151,6 +168,7 @@ TEST_F(Launchers, TheFirstPrefixThatHasTheKeyAnswersInPathsOnTheToolsDrives) {
   for (const Row& row : rows) {
     SetUp();
     MakePrefix(home_ / ".wine", row.own);
+    if (row.ownSize != 0) fs::resize_file(home_ / ".wine/system.reg", row.ownSize);
     MakePrefix(other, row.other);
     for (const fs::path& folder : {home_ / "\u4E00", steam_}) fs::create_directories(folder);
     fs::create_directory_symlink(steam_.parent_path(), home_ / ".wine/dosdevices/g:");

@@ -42,6 +42,7 @@ TEST(RegistryText, KeysAreFound) {
       {"beside Software there is one view", kPrefix64, "System\\A", Text("shared")},
       {"a 32-bit prefix has one view", "#arch=win32\r\n[Software\\\\A] 1\r\n@=\"x\"\r\n", "Software\\A", Text("x")},
       {"the view is said before the first key", "[Software\\\\A]\n@=\"x\"\n#arch=win64\n", "Software\\A", Text("x")},
+      {"the first that has the value", "[A]\n[a]\n@=\"x\"\n[A]\n@=\"y\"\n[A]\n", "A", Text("x")},
       {"brackets in names are escaped", "[A\\[1\\]] 5\n@=\"x\"\n", "A[1]", Text("x")},
       {"a longer name is another key", "[AB]\n@=\"x\"\n", "A", kNone},
       {"letters with marks have cases, too", "[\\xe9\\x161\xEF]\n@=\"x\"\n", "\xC9\x8A\xCF", Text("x")},
