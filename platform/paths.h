@@ -32,8 +32,8 @@ std::optional<HostPath> ToHostPath(std::string_view windowsPath);
 // where the disk does not tell.
 HostPath AsSpelledOnDisk(const HostPath& path);
 
-// The Windows path of a file or folder, on the drive whose folder is the nearest above it; nothing when the code page
-// cannot spell it.
+// The Windows path of a file or folder, on the drive whose folder is the nearest above it; nothing when there is none,
+// or the code page cannot spell the path.
 std::optional<std::string> ToWindowsPath(const HostPath& path);
 
 // For showing: characters outside the code page are "?".

@@ -101,6 +101,20 @@ std::vector<std::string> Forms(const std::string& path) {
   return forms;
 }
 
+// Whether others may have put a prefix around the tool, to lead its writing elsewhere by its drives.
+bool IsTrap(std::string folder) {
+  const auto isOfAnother = [](const std::string& path) {
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 && status.st_uid != geteuid();
+  };
+  if (!isOfAnother(folder + "/") && !isOfAnother(folder + "/system.reg")) return false;
+  for (;; folder.resize(folder.rfind('/'))) {
+    struct stat status = {};
+    if (stat((folder + "/").c_str(), &status) == 0 && (status.st_mode & S_IWOTH) != 0) return true;
+    if (folder.empty()) return false;
+  }
+}
+
 }  // namespace
 
 std::string HomeFolder() {
@@ -114,7 +128,7 @@ std::optional<HostPath> PrefixFolder() {
   if (!folder.starts_with('/')) return std::nullopt;
   while (!folder.empty()) {
     folder.resize(folder.rfind('/'));
-    if (!IsMissing(Look(folder + "/system.reg"))) return HostPath{folder};
+    if (!IsMissing(Look(folder + "/system.reg")) && !IsTrap(folder)) return HostPath{folder};
   }
   const std::string inHome = HomeFolder() + "/.wine";
   if (MayBeFolder(inHome)) return HostPath{inHome};
@@ -125,6 +139,7 @@ std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char 
   if (prefix) {
     const std::string link = prefix->text + "/dosdevices/" + letter + ":";
     if (MayBeFolder(link)) return HostPath{link};
+    if (!IsMissing(Look(link))) return std::nullopt;
     if (letter == 'c') return HostPath{prefix->text + "/drive_c"};
   }
   if (letter == 'z') return HostPath{"/"};
@@ -159,9 +174,9 @@ std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::st
 
 std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path) {
   const std::vector<std::string> forms = Forms(path.text);
-  char letter = 'z';
+  std::optional<char> letter;
   std::size_t longest = 0;  // the length of the drive's folder
-  std::string_view rest = std::string_view(forms.front()).substr(1);
+  std::string_view rest;
   for (const Drive& drive : Drives(prefix)) {
     for (const std::string& folder : Forms(drive.folder.text)) {
       for (const std::string& form : forms) {
@@ -174,10 +189,9 @@ std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, c
     }
   }
   auto text = FromUtf8Exactly(rest);
-  const bool isSpeakable = text && text->find('\\') == std::string::npos;
-  if (!isSpeakable) return std::nullopt;
+  if (!letter || !text || text->find('\\') != std::string::npos) return std::nullopt;
   std::ranges::replace(*text, '/', '\\');
-  return std::string(1, static_cast<char>(letter - 0x20)) + ":\\" + *text;
+  return std::string(1, static_cast<char>(*letter - 0x20)) + ":\\" + *text;
 }
 
 std::optional<std::string> MapBetween(const std::optional<HostPath>& from, const std::optional<HostPath>& to,

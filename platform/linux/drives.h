@@ -16,7 +16,8 @@ namespace platform {
 std::string HomeFolder();
 
 // The prefix whose drives the settings' paths are on: the one that holds the running executable, or else the one in the
-// user's home folder; nothing when there is none, or where the executable is could not be found out.
+// user's home folder; nothing when there is none, or where the executable is could not be found out. One that another
+// user owns, in a folder that everybody may write to, is passed over.
 std::optional<HostPath> PrefixFolder();
 
 struct Drive {
@@ -24,16 +25,18 @@ struct Drive {
   HostPath folder;
 };
 
-// The folder of one drive. A letter is the link that the prefix's `dosdevices` has for it; without one, c: is the
-// prefix's `drive_c` and z: is the root folder. Without a prefix there is z: alone. A link that the system does not
-// tell about is the drive all the same, so that what is below it fails for the true reason rather than being elsewhere.
+// The folder of one drive. A letter is the link that the prefix's `dosdevices` has for it, and none if that leads
+// nowhere; without a link, c: is the prefix's `drive_c` and z: is the root folder. Without a prefix there is z: alone.
+// A link that the system does not tell about is the drive all the same, so that what is below it fails for the true
+// reason rather than being elsewhere.
 std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char letter);
 
 std::vector<Drive> Drives(const std::optional<HostPath>& prefix);
 
 std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::string_view windowsPath);
 
-// `path` is absolute.
+// On the drive that is nearest above it; nothing when there is none, or the code page cannot spell the path. `path` is
+// absolute.
 std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path);
 
 // What a path on a drive of one prefix is on the drives of another; nothing when there is no such drive, or the code

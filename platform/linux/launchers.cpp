@@ -35,7 +35,7 @@ constexpr const char* kBottlesOwn = "{.local/share,.var/app/com.usebottles.bottl
 
 // How many bytes of the launchers' files are read at a time, and how deep brackets may be nested there: a file has one
 // or two thousand bytes for a game, and is five levels deep. With much more the parser could be busy for minutes.
-constexpr std::size_t kMostBytes = std::size_t{2} * 1024 * 1024;
+constexpr std::size_t kMostToParse = std::size_t{2} * 1024 * 1024;
 constexpr int kDeepest = 20;
 
 using Paths = std::vector<std::string>;
@@ -126,7 +126,7 @@ std::vector<std::string> Matches(std::string_view folder, const char* pattern) {
 }
 
 std::vector<HostPath> SteamLibraries() {
-  std::size_t room = kMostBytes;
+  std::size_t room = kMostToParse;
   Folders libraries;
   for (const std::string& steam : Matches(HomeFolder(), kSteam)) {
     libraries.Add(steam, "/steamapps");
@@ -143,7 +143,7 @@ std::vector<HostPath> Prefixes() {
   const auto addMatches = [&](const std::string& folder, const char* pattern) {
     for (const std::string& prefix : Matches(folder, pattern)) prefixes.AddPrefix(prefix);
   };
-  std::size_t room = kMostBytes;
+  std::size_t room = kMostToParse;
   const auto addNamedIn = [&](const char* pattern) {
     Folders named;
     for (const std::string& file : Matches(home, pattern)) {

@@ -14,6 +14,8 @@
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 #else
+#include <unistd.h>
+
 #include "platform/linux/drives.h"
 #endif
 
@@ -183,9 +185,21 @@ TEST_F(Paths, OfSeveralSpellingsTheGivenOneWinsThenTheFirst) {
 }
 
 TEST_F(Paths, WithoutLinksThereAreCAndZAndWithoutAPrefixZ) {
+  fs::remove(devices_ / "c:");
+  fs::remove(devices_ / "z:");
+  fs::create_symlink("/nowhere", devices_ / "c:");
+  fs::create_symlink(mounted_, devices_ / "z:");
+  EXPECT_FALSE(ToHostPath("c:\\x")) << "the link counts, even where it leads nowhere";
+  EXPECT_FALSE(ToWindowsPath({"/x"})) << "z: is not / where it leads elsewhere";
   fs::remove_all(devices_);
   EXPECT_EQ(ToHostPath("c:\\x")->text, prefix_ / "drive_c" / "x");
   EXPECT_EQ(ToHostPath("z:\\x")->text, "/x");
+  fs::permissions(support::Root(), fs::perms::others_write, fs::perm_options::add);
+  for (const fs::path& owned : {prefix_, prefix_ / "system.reg"}) {
+    if (chown(owned.c_str(), 1, 1) != 0) continue;  // which is root's right
+    EXPECT_FALSE(ToHostPath("c:\\x")) << "below a folder for all, the prefix of another user is not used";
+    ASSERT_EQ(chown(owned.c_str(), 0, 0), 0);
+  }
   fs::remove(prefix_ / "system.reg");
   EXPECT_FALSE(ToHostPath("c:\\x"));
   EXPECT_EQ(ToHostPath("z:\\x")->text, "/x");
