@@ -121,8 +121,7 @@ struct State {
 // The command, with the `which`th of its operations going wrong; none for 0.
 State Try(const Command& command, std::size_t which) {
   ResetWithFourMods();
-  WriteFile(Root() / "W40k.exe", "");
-  fs::current_path(Root());
+  WriteFile(DriveC() / "W40k.exe", "");  // where the file dialog starts
   SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Beta", "C:\\Beta"}});
   WriteFile(ModuleFile(), "old");
   WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nNextDirNum=7\n");  // not as it is without
