@@ -230,6 +230,13 @@ Act Hover(const std::string& control, const std::string& entry) {
   };
 }
 
+Act SelectAndPress(const std::string& list, const std::string& entry, const std::string& button) {
+  return [=] {
+    List(list).findItems(ToQt(entry), Qt::MatchExactly).at(0)->setSelected(true);
+    DoNext({[=] { dynamic_cast<QPushButton&>(Control(button)).click(); }});
+  };
+}
+
 Act TurnWheel(const std::string& control) {
   return [=] {
     const auto [widget, center] = PlaceOf(control, "");
@@ -397,7 +404,10 @@ std::vector<std::string> Entries(const std::string& list) {
 std::string Selected(const std::string& list) {
   if (const auto* const dropDown = qobject_cast<const QComboBox*>(&Control(list)))
     return FromQt(dropDown->currentText());
-  const auto selected = List(list).selectedItems();
+  const QListWidget& box = List(list);
+  const auto selected = box.selectedItems();
+  const bool isOne = box.selectionMode() == QListWidget::SingleSelection;
+  if (isOne && selected.isEmpty() && box.currentItem() != nullptr) Fail("an entry that is not selected is told of", list);
   return selected.isEmpty() ? "" : FromQt(selected.front()->text());
 }
 

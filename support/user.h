@@ -29,6 +29,8 @@ Act Wait(std::chrono::milliseconds time);
 Act Click(const std::string& control, const std::string& entry = "");  // on the entry, where one is named
 Act DoubleClick(const std::string& list, const std::string& entry);
 Act Hover(const std::string& control, const std::string& entry = "");  // until the tooltip comes
+// As a screen reader does it, without the focus.
+Act SelectAndPress(const std::string& list, const std::string& entry, const std::string& button);
 Act TurnWheel(const std::string& control);                             // one notch, over it
 Act Answer(const std::string& button);                                 // a message or another dialog
 

@@ -1,8 +1,11 @@
 #include "platform/controls.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCursor>
 #include <QFocusEvent>
+#include <QItemSelection>
+#include <QMetaObject>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -146,22 +149,29 @@ void NativeListBox::Fill(const QStringList& entries) {
   int after = 0;
   while (after < most - before && item(oldCount - 1 - after)->text() == entries[newCount - 1 - after]) ++after;
 
-  const int place = before + after > 0 ? std::max(currentRow(), 0) : 0;
+  if (currentRow() >= 0) place_ = currentRow();
+  if (before + after == 0) place_ = 0;
+  place_ = std::clamp(place_, 0, std::max(newCount - 1, 0));
+  // A current entry that is not selected would be told to screen readers as if it were.
+  const bool isToldOfEntry = hasFocus() && currentRow() >= 0;
+  selectionModel()->clear();
   setAutoScroll(false);
   if (oldCount > before + after) model()->removeRows(before, oldCount - before - after);
   const auto at = widths_.erase(widths_.begin() + before, widths_.end() - after);
   widths_.insert(at, static_cast<std::size_t>(newCount - before - after), kNotMeasured);
   for (int row = before; row < newCount - after; ++row) insertItem(row, new NativeEntry(entries[row], *this));
-  clearSelection();
-  setCurrentRow(std::min(place, newCount - 1), QItemSelectionModel::NoUpdate);
   setAutoScroll(true);
   if (before + after == 0) scrollToTop();
   SetEmptyText(emptyText);
+  if (!isToldOfEntry) return;
+  QAccessibleEvent back(this, QAccessible::Focus);
+  QAccessible::updateAccessibility(&back);
 }
 
 void NativeListBox::SetEmptyText(const QString& text) {
   emptyText = text;
-  setAccessibleDescription(count() == 0 ? text : "");
+  const QString told = count() == 0 ? text : "";
+  if (accessibleDescription() != told) setAccessibleDescription(told);  // it is said each time
   viewport()->update();
 }
 
@@ -178,6 +188,25 @@ void NativeListBox::ShowNow() {
   viewport()->repaint();
 }
 
+// By itself the toolkit would make an entry current that is not selected, unless the mouse brings the focus.
+void NativeListBox::focusInEvent(QFocusEvent* event) {
+  QFocusEvent byMouse(event->type(), Qt::MouseFocusReason);
+  QListWidget::focusInEvent(selectionMode() == SingleSelection ? &byMouse : event);
+}
+
+// A screen reader selects without the focus. The list takes it as by a click, and the entry stays selected where the
+// selector's validation leaves it in its place.
+void NativeListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QListWidget::selectionChanged(selected, deselected);
+  if (selected.isEmpty() || dynamic_cast<NativeDropDownList*>(window()->focusWidget()) == nullptr) return;
+  const int row = selected.indexes().front().row();
+  const auto takeFocus = [this, row, text = item(row)->text()] {
+    setFocus();
+    if (const QListWidgetItem* const same = item(row); same != nullptr && same->text() == text) setCurrentRow(row);
+  };
+  QMetaObject::invokeMethod(this, takeFocus, Qt::QueuedConnection);  // the selection is not to change in its change
+}
+
 void NativeListBox::keyPressEvent(QKeyEvent* event) {
   if (dynamic_cast<NativeWindow&>(*window()).TakeKey(*event, this)) return;
   if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
@@ -185,11 +214,14 @@ void NativeListBox::keyPressEvent(QKeyEvent* event) {
     const auto step = isLeft ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd;
     return horizontalScrollBar()->triggerAction(step);
   }
-  // Where no entry is selected, an arrow does not go on from one.
-  const bool isUp = event->key() == Qt::Key_Up;
-  const bool isArrow = isUp || event->key() == Qt::Key_Down;
-  if (isArrow && selectionMode() == SingleSelection && selectedItems().isEmpty())
-    return setCurrentRow(std::max(currentRow() - (isUp ? 1 : 0), 0));
+  // Where no entry is selected, a key selects the one that it would go on from.
+  if (selectionMode() == SingleSelection && selectedItems().isEmpty()) {
+    const int place = currentRow() >= 0 ? currentRow() : place_;
+    const int key = event->key();
+    if (key == Qt::Key_Up || key == Qt::Key_PageUp) return setCurrentRow(std::max(place - 1, 0));
+    if (key == Qt::Key_Down || key == Qt::Key_PageDown || key == Qt::Key_Space) return setCurrentRow(place);
+    if (key == Qt::Key_End) return setCurrentRow(count() - 1);
+  }
   QListWidget::keyPressEvent(event);
 }
 

@@ -54,13 +54,16 @@ struct NativeListBox : QListWidget {
 
  protected:
   bool event(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void initViewItemOption(QStyleOptionViewItem* option) const override;
   void paintEvent(QPaintEvent* event) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
   static constexpr int kNotMeasured = -1;
+  int place_ = 0;            // where an arrow key goes on from, while no entry is current
   std::vector<int> widths_;  // of the entries' texts, in pixels, once the list is laid out
 };
 
