@@ -160,7 +160,13 @@ struct Kept {
 };
 
 DWORD GiveWhatIsKept(const File& file, const std::wstring& path, Kept& kept) {
-  SetFileTime(file.Handle(), &kept.creationTime, nullptr, nullptr);  // nice to have, and not on every disk
+  // The time is nice to have, and not on every disk. It is set together with the attributes, since wine 10 forgets that
+  // a file is hidden when its times are set alone.
+  FILE_BASIC_INFO info = {};  // where zero leaves what is there
+  info.CreationTime.LowPart = kept.creationTime.dwLowDateTime;
+  info.CreationTime.HighPart = static_cast<LONG>(kept.creationTime.dwHighDateTime);
+  info.FileAttributes = kept.attributes;
+  SetFileInformationByHandle(file.Handle(), FileBasicInfo, &info, sizeof info);
   if (kept.accessRights.empty()) return ERROR_SUCCESS;
   return ResultOf(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, kept.accessRights.data()));
 }
