@@ -27,10 +27,10 @@ std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::str
   return GetKeyValues(KeyRoot, {&name, 1}, SubKeyRef).front();
 }
 
-std::vector<std::string> GetKeyValues(std::int32_t KeyRoot, std::span<const std::string> KeyNames,
-                                      std::string_view SubKeyRef) {
+std::vector<std::string> GetKeyValues(std::int32_t root, std::span<const std::string> keyNames,
+                                      std::string_view valueName) {
   std::vector<std::string> texts;
-  for (const auto& value : platform::ReadRegistry(KeyRoot, KeyNames, SubKeyRef)) {
+  for (const auto& value : platform::ReadRegistry(root, keyNames, valueName)) {
     texts.push_back(value ? ValueText(*value) : "");
   }
   return texts;

@@ -12,5 +12,5 @@
 std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef);
 
 // The same for several keys, in their order, at the price of one.
-std::vector<std::string> GetKeyValues(std::int32_t KeyRoot, std::span<const std::string> KeyNames,
-                                      std::string_view SubKeyRef);
+std::vector<std::string> GetKeyValues(std::int32_t root, std::span<const std::string> keyNames,
+                                      std::string_view valueName);
