@@ -3,7 +3,7 @@
 set -euo pipefail
 source "$(dirname "$0")/scripts/common.sh"
 
-install_missing "${build_packages[@]}" "${run_packages[@]}" libgtest-dev appstream desktop-file-utils
+install_missing "${build_packages[@]}" "${run_packages[@]}" libgtest-dev
 for preset in debug sanitize; do
   say "Building the tests, preset $preset."
   build "$preset"
