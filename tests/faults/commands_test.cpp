@@ -1,13 +1,13 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <system_error>
 #include <vector>
 
-#include "platform/files.h"
 #include "support/system.h"
 #include "support/user.h"
 #include "tests/support/game.h"
@@ -15,7 +15,6 @@
 // Every command, in the real windows, with each reading and each replacement of a file going wrong as a whole. What may
 // go wrong inside these two is tried without any window.
 namespace fs = std::filesystem;
-using platform::HostPath;
 using namespace support;
 
 namespace {
@@ -27,30 +26,34 @@ std::size_t wrong = 0;
 bool isWatched = false;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-bool GoesWrong(const char* outcome, const HostPath& path) {
+bool GoesWrong(const char* outcome, const char* path) {
   if (!isWatched) return false;
-  operations.push_back(fs::path(path.text).filename().string() + " could not be " + outcome);
+  operations.push_back(fs::path(path).filename().string() + " could not be " + outcome);
   return operations.size() == wrong;
 }
 
 }  // namespace
 
-// The linker leads the tool's calls of the two functions through here, by the names that it knows them under.
-std::error_code Read(const HostPath& path, std::string& bytes, std::size_t most) __asm__(
-    "__real__ZN8platform8ReadFileERKNS_8HostPathERNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEm");
-std::error_code TryToRead(const HostPath& path, std::string& bytes, std::size_t most) __asm__(
-    "__wrap__ZN8platform8ReadFileERKNS_8HostPathERNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEm");
-std::error_code Replace(const HostPath& path, std::string_view bytes) __asm__(
-    "__real__ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE");
-std::error_code TryToReplace(const HostPath& path, std::string_view bytes) __asm__(
-    "__wrap__ZN8platform11ReplaceFileERKNS_8HostPathESt17basic_string_viewIcSt11char_traitsIcEE");
+// The linker leads the tool's calls of these two functions through here (see tests/CMakeLists.txt).
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
+extern "C" {
+int __real_open(const char* path, int flags, ...);
+int __real_rename(const char* from, const char* to);
 
-std::error_code TryToRead(const HostPath& path, std::string& bytes, std::size_t most) {
-  return GoesWrong("read", path) ? std::make_error_code(std::errc::io_error) : Read(path, bytes, most);
+int __wrap_open(const char* path, int flags, mode_t mode) {
+  const bool isReading = (flags & (O_ACCMODE | O_DIRECTORY)) == O_RDONLY;
+  if (!isReading || !GoesWrong("read", path)) return __real_open(path, flags, mode);
+  errno = EIO;
+  return -1;
 }
-std::error_code TryToReplace(const HostPath& path, std::string_view bytes) {
-  return GoesWrong("written", path) ? std::make_error_code(std::errc::no_space_on_device) : Replace(path, bytes);
+
+int __wrap_rename(const char* from, const char* to) {
+  if (!GoesWrong("written", to)) return __real_rename(from, to);
+  errno = ENOSPC;
+  return -1;
 }
+}
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
 
 namespace {
 
@@ -59,8 +62,8 @@ struct Command {
   const char* title;  // of what it tells
   Act prepare;        // none where the command is the tool's start
   Act act;
-  int readings;      // of the settings file
-  int replacements;  // of the same
+  int readings;      // of the settings file, by opening it: a missing one twice
+  int replacements;  // of the same file
   bool isFirstStart = false;
 };
 
@@ -107,7 +110,7 @@ const Command kCommands[] = {
     {"AddGame", "New", kOpenSetup, kAddGame, 4, 1},
     {"RemoveGame", "Delete", kOpenSetup, ClickAndAnswer("cmdDelete"), 4, 1},
     {"Start", "Gantrel", {}, kStart, 2, 0},
-    {"FirstStart", "DoW Installation Setup", {}, kStart, 8, 1, true},
+    {"FirstStart", "DoW Installation Setup", {}, kStart, 13, 1, true},
 };
 
 // What a command leaves, on the disk and on the screen.

@@ -24,7 +24,6 @@ GANTREL_CALL(off_t, -1, lseek, (int file, off_t offset, int from), file, offset,
 GANTREL_CALL(int, -1, ftruncate, (int file, off_t size), file, size)
 GANTREL_CALL(int, -1, fchmod, (int file, mode_t mode), file, mode)
 GANTREL_CALL(int, -1, fchown, (int file, uid_t user, gid_t group), file, user, group)
-GANTREL_CALL(int, -1, flock, (int file, int operation), file, operation)
 GANTREL_CALL(int, -1, fstat, (int file, struct stat* status), file, status)
 GANTREL_CALL(int, -1, stat, (const char* path, struct stat* status), path, status)
 GANTREL_CALL(int, -1, lstat, (const char* path, struct stat* status), path, status)
@@ -89,8 +88,7 @@ namespace faults {
 
 std::vector<Reason> Reasons(std::string_view call) {
   std::vector<Reason> reasons = {{EIO}, {ENOSPC}, {EACCES}, {EPERM}, {EROFS}, {EMFILE}};
-  if (call == "flock") reasons.push_back({ENOLCK, true});
-  constexpr std::string_view kInterrupted[] = {"read", "write", "open", "close", "flock"};
+  constexpr std::string_view kInterrupted[] = {"read", "write", "open", "close"};
   if (std::ranges::find(kInterrupted, call) != std::end(kInterrupted)) reasons.push_back({EINTR, true});
   return reasons;
 }
