@@ -13,6 +13,7 @@
 #include "platform/windows/system.h"
 #include <sddl.h>
 #else
+#include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -171,6 +172,26 @@ TEST_F(Files, LinksAreFollowedButNotThatOfTheNewFile) {
   EXPECT_EQ(ReadFile(file_), "through two links");
   EXPECT_EQ(ReadFile(folder_ / "sub" / "new"), "made");
   EXPECT_EQ(ReadFile(folder_ / "sub" / "victim"), "victim");
+}
+
+TEST_F(Files, AnOrdinaryUserKeepsAFilesGroupAndReplacesNoneThatOthersOwn) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can be somebody else";
+  constexpr uid_t kUser = 65533;
+  constexpr gid_t kGroup = 65532;
+  const fs::path another = folder_ / "another";
+  WriteFile(another, "old");
+  fs::permissions(support::Root(), fs::perms(0755));
+  fs::permissions(file_, fs::perms(0664));
+  ASSERT_EQ(chown(folder_.c_str(), kUser, kUser) + chown(file_.c_str(), 0, kGroup), 0);
+  ASSERT_EQ(setgroups(1, &kGroup) + setresgid(kUser, kUser, 0) + setresuid(kUser, kUser, 0), 0);
+  const std::error_code ofGroup = Replace(file_, "new");
+  const std::error_code ofAnother = Replace(another, "new");
+  ASSERT_EQ(setresuid(0, 0, 0) + setresgid(0, 0, 0) + setgroups(0, nullptr), 0);
+  struct stat status = {};
+  ASSERT_EQ(stat(file_.c_str(), &status), 0);
+  EXPECT_FALSE(ofGroup);
+  EXPECT_EQ(status.st_gid, kGroup);
+  EXPECT_EQ(ofAnother, kDenied);
 }
 
 TEST_F(Files, WhereAllMayWriteOnlyLinksOfTheUserAndOfTheFoldersOwnerAreFollowed) {

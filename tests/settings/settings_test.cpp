@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include "settings/Module1.h"
 #include "settings/whole_number.h"
@@ -85,6 +86,20 @@ TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
     EXPECT_EQ(settings.ModCount("G"), read) << count;
     EXPECT_EQ(settings.DirCount("G.1"), read) << count;
   }
+}
+
+TEST_F(Settings, NoChangeIsLostToAnotherAtTheSameTime) {
+  const auto addOne = [] {
+    for (int i = 0; i < 50; ++i) {
+      Module1::Change change;
+      change.PutNumber("A", "x", change.GetNumber("A", "x", 0) + 1);
+      EXPECT_FALSE(change.Save());
+    }
+  };
+  std::thread other(addOne);
+  addOne();
+  other.join();
+  EXPECT_EQ(GetSetting("A", "x", ""), "100");
 }
 
 TEST_F(Settings, AChangeReachesTheFileWhenItIsSaved) {
