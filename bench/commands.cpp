@@ -21,7 +21,6 @@
 #include "bench/sample.h"
 #include "mods/frmMain.h"
 #include "platform/application.h"
-#include "platform/events.h"
 #include "platform/window.h"
 
 namespace {

@@ -8,9 +8,8 @@
 #include "installations/game_list.h"
 #include "installations/registry_lookup.h"
 #include "mods/frmMain.h"
-#include "platform/busy_pointer.h"
+#include "platform/application.h"
 #include "platform/dialogs.h"
-#include "platform/events.h"
 #include "platform/registry.h"
 #include "settings/EZINILib.h"
 

@@ -1,7 +1,7 @@
 #include "installations/frmDoWSetup.h"
 #include "installations/registry_lookup.h"
 #include "mods/frmMain.h"
-#include "platform/events.h"
+#include "platform/application.h"
 
 // The mod lists are not refilled here: they follow the selector when the focus leaves it. So that is where the focus is
 // afterwards, and the next click finds the lists of the game that it acts on.

@@ -4,8 +4,7 @@
 
 #include "mods/frmNew.h"
 #include "mods/mod_list.h"
-#include "platform/busy_pointer.h"
-#include "platform/events.h"
+#include "platform/application.h"
 #include "platform/files.h"
 
 using Module1::Change;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -27,5 +28,29 @@ class Application {
  private:
   std::unique_ptr<Running> running_;
 };
+
+// While one lives, the pointer says that the program is busy. For commands that may take longer than a moment; it must
+// not live while the user is asked something.
+class BusyPointer {
+ public:
+  BusyPointer();
+  ~BusyPointer();
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+  BusyPointer(BusyPointer&&) = delete;
+  BusyPointer& operator=(BusyPointer&&) = delete;
+};
+
+// Lets what is pending happen, once: painting, timers, messages of the desktop. Clicks and keys wait until the running
+// command has ended, so no command starts in the middle of another.
+void DoEvents();
+
+// Lets events run until `isDone`, sleeping between them; it is asked after each. Clicks and keys are among the events.
+// Ends as well when the program is asked to quit.
+void WaitUntil(const std::function<bool()>& isDone);
+
+// A descriptor that becomes readable when the system asks the program to end, by a signal for one; -1 where it tells
+// the windows instead. Call once.
+int QuitRequestDescriptor();
 
 }  // namespace platform

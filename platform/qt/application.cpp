@@ -18,12 +18,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/busy_pointer.h"
-#include "platform/events.h"
 #include "platform/qt/accessible.h"
 #include "platform/qt/fonts.h"
 #include "platform/qt/run.h"
-#include "platform/quit_requests.h"
 
 // The toolkit's macro must stand outside all namespaces.
 static void LoadIcon() { Q_INIT_RESOURCE(icon); }

@@ -1,4 +1,4 @@
-#include "platform/quit_requests.h"
+#include "platform/application.h"
 
 namespace platform {
 
