@@ -99,19 +99,28 @@ namespace {
 // As the toolkit has one application object for the whole program, so has the platform.
 Running* running = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-std::unique_ptr<Running> OpenDisplay(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments) {
-  const QtMessageHandler toolkitsOwn = qInstallMessageHandler(TellWhyNoDisplay);
-  auto opened = std::make_unique<Running>(layouts, argumentCount, arguments);
-  qInstallMessageHandler(toolkitsOwn);
-  return opened;
-}
-
 // The toolkit leaves by exit() when the display goes, from the middle of whatever it does. Taking down what lives on
 // there, and again at the end of main, would be a fault; the system takes it all.
 void EndWithoutDisplay() {
   if (running == nullptr) return;
   std::fputs("gantrel: the display has gone\n", stderr);
   std::_Exit(EXIT_FAILURE);
+}
+
+QtMessageHandler toolkitsOwn = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+// On Wayland the toolkit leaves by _exit(), which calls nobody, right after it has said so.
+void ListenForEndOfDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  toolkitsOwn(type, context, message);
+  if (message.startsWith("The Wayland connection ")) EndWithoutDisplay();
+}
+
+std::unique_ptr<Running> OpenDisplay(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments) {
+  const QtMessageHandler before = qInstallMessageHandler(TellWhyNoDisplay);
+  auto opened = std::make_unique<Running>(layouts, argumentCount, arguments);
+  if (toolkitsOwn == nullptr) toolkitsOwn = before;
+  qInstallMessageHandler(ListenForEndOfDisplay);
+  return opened;
 }
 
 }  // namespace
