@@ -407,7 +407,8 @@ std::string Selected(const std::string& list) {
   const QListWidget& box = List(list);
   const auto selected = box.selectedItems();
   const bool isOne = box.selectionMode() == QListWidget::SingleSelection;
-  if (isOne && selected.isEmpty() && box.currentItem() != nullptr) Fail("an entry that is not selected is told of", list);
+  if (isOne && selected.isEmpty() && box.currentItem() != nullptr)
+    Fail("an entry that is not selected is told of", list);
   return selected.isEmpty() ? "" : FromQt(selected.front()->text());
 }
 
