@@ -262,17 +262,16 @@ void NativeWindow::BringWhatIsInFront() {
 
 // A desktop may maximise the window all the same, or give it the whole screen. Its controls stay where they are.
 void NativeWindow::TakeDesktopsSize() {
-  const bool isWayland = QGuiApplication::platformName().startsWith("wayland");
   const bool isFixed = maximumSize() == minimumSize();
-  // Wayland centres a window that is smaller than the screen that it was given.
-  const bool isFilling = isMaximized() || (isFullScreen() && !isWayland);
+  const bool isFilling = isMaximized() || isFullScreen();
   if (isFilling == !isFixed) return;
-  if (!isFilling) return isWayland ? resize(minimumSize()) : setFixedSize(minimumSize());
+  if (!isFilling) return IsOnWayland() ? resize(minimumSize()) : setFixedSize(minimumSize());
+  if (IsOnWayland() && !isMaximized()) return;  // it is centred in the screen as it is
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   // Wayland ends a program whose maximised window has another size. This one has been told its size before it could
   // take it, so it must be told again before it is painted. It keeps no largest size from then on, since a desktop may
   // show it unmaximised for a moment each time that it appears.
-  if (isWayland) {
+  if (IsOnWayland()) {
     hide();
     show();
   }
