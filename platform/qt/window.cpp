@@ -30,6 +30,8 @@ QRect Pixels(const Place& place) {
   return {Pixels(place.left), Pixels(place.top), Pixels(place.width), Pixels(place.height)};
 }
 
+bool IsOnWayland() { return QGuiApplication::platformName().startsWith("wayland"); }
+
 QColor ToQColor(const Colour& colour) { return {colour.red, colour.green, colour.blue}; }
 
 QWidget* MakeLabel(const ControlLayout& control, QWidget* parent) {
@@ -217,7 +219,8 @@ void NativeWindow::Open() {
 
 void NativeWindow::OpenInFrontOf(NativeWindow& other) {
   other.inFront_ = this;
-  if (other.isOpen_) {
+  // No owner, except where the desktop lets no program raise its own windows.
+  if (IsOnWayland() && other.isOpen_) {
     winId();  // there is no handle before
     windowHandle()->setTransientParent(other.windowHandle());
   }
