@@ -9,11 +9,14 @@
 #include <QComboBox>
 #include <QFontInfo>
 #include <QHelpEvent>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPalette>
+#include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
@@ -328,6 +331,10 @@ Act SavePicture(const std::filesystem::path& file) {
   };
 }
 
+Act TurnDark() {
+  return [] { QApplication::setPalette(QPalette(Qt::black)); };
+}
+
 Act SwitchToAnotherProgram() {
   return [] {
     QWidget& window = hands->Front();
@@ -429,6 +436,15 @@ std::string FixedSize(const std::string& window) {
 }
 
 std::string SpokenName(const std::string& control) { return FromQt(Control(control).accessibleName()); }
+
+int CountPixels(const std::string& name, unsigned colour) {
+  const QImage picture = (Windows(name).empty() ? Control(name) : *Windows(name).at(0)).grab().toImage();
+  int count = 0;
+  for (int x = 0; x < picture.width(); ++x) {
+    for (int y = 0; y < picture.height(); ++y) count += picture.pixelColor(x, y).rgb() == (0xFF000000 | colour) ? 1 : 0;
+  }
+  return count;
+}
 
 bool IsEnabled(const std::string& control) { return Control(control).isEnabled(); }
 

@@ -47,6 +47,8 @@ Act Perform(const std::string& action, const std::string& control);  // by a scr
 Act Close(const std::string& window = "");  // by its close box
 Act SavePicture(const std::filesystem::path& file);
 
+// Makes the desktop's colours white on black.
+Act TurnDark();
 Act SwitchToAnotherProgram();  // and back
 // Clicks the button; while its command fills the list, clicks the other, and the close box.
 Act ClickWhile(const std::string& button, const std::string& list, const std::string& other);
@@ -72,6 +74,8 @@ std::string EmptyText(const std::string& list);      // what it shows in the pla
 std::string Font(const std::string& control);        // that it is drawn with, and its pixels
 std::string SpokenName(const std::string& control);  // by a screen reader
 std::string FixedSize(const std::string& window);    // in pixels; empty when the user can change it
+// Those of a window or a control in one colour: 0xFFFFFF is white.
+int CountPixels(const std::string& name, unsigned colour);
 bool IsEnabled(const std::string& control);
 bool IsPointerBusy();
 std::string ToolTip();

@@ -21,6 +21,7 @@
 #include "platform/qt/accessible.h"
 #include "platform/qt/fonts.h"
 #include "platform/qt/run.h"
+#include "platform/qt/style.h"
 
 // The toolkit's macro must stand outside all namespaces.
 static void LoadIcon() { Q_INIT_RESOURCE(icon); }
@@ -132,7 +133,7 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   // Nothing is kept outside the program's folder; the toolkit's file dialog would, in a file for all of its programs.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
-  QApplication::setStyle("Fusion");
+  QApplication::setStyle(new Style);
   ChooseFonts();
   TellScreenReaders();
   LoadIcon();

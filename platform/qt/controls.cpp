@@ -20,6 +20,7 @@
 
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
+#include "platform/qt/style.h"
 #include "platform/qt/text.h"
 
 namespace platform {
@@ -248,7 +249,7 @@ bool NativeListBox::event(QEvent* event) {
   const qreal line = 1 / devicePixelRatioF();
   const QRectF all = rect();
   QPainter painter(this);
-  const QColor colour = palette().color(QPalette::Window).darker(140);
+  const QColor colour = Outline(palette(), kFusionsDarker);
   painter.fillRect(QRectF(all.left(), all.bottom() - line, all.width(), line), colour);
   painter.fillRect(QRectF(all.right() - line, all.top(), line, all.height()), colour);
   if (hasFocus()) MarkFocus(*this);

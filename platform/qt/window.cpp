@@ -17,6 +17,7 @@
 #include "platform/qt/fonts.h"
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
+#include "platform/qt/style.h"
 #include "platform/qt/text.h"
 
 namespace platform {
@@ -308,9 +309,9 @@ void NativeWindow::keyPressEvent(QKeyEvent* event) {
 void NativeWindow::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
   QPainter painter(this);
-  const QColor background = palette().color(QPalette::Window);
-  painter.setBrush(background);  // of two frames that overlap, the later one is in front
-  painter.setPen(background.lightness() < 96 ? background.lighter(180) : background.darker(180));
+  constexpr int kDarker = 180;                          // percent
+  painter.setBrush(palette().color(QPalette::Window));  // of two frames that overlap, the later one is in front
+  painter.setPen(Outline(palette(), kDarker));
   for (const ControlLayout& control : layout_.controls) {
     const QRect place = Pixels(control.place);
     if (control.kind == ControlKind::Line)

@@ -90,14 +90,22 @@ TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
   Try(TwoGames(), {"not while another game is selected", {kChooseSecond, noTooltip}, "Beta, Delta | Alpha, Gamma"});
 }
 
-TEST(MainWindow, HasItsSizeFontAndSpokenNames) {
+TEST(MainWindow, HasItsSizeFontColoursAndSpokenNames) {
   const Act look = [] {
     EXPECT_EQ(FixedSize("frmMain"), "426x353");
     EXPECT_EQ(SpokenName("cmdGoToGames"), "DoW Installation Setup");
     const std::string font = Font("lstActive");
     EXPECT_TRUE(font == "Comic Sans MS 12" || font == "Comic Neue 12") << font;
+    EXPECT_GT(CountPixels("lblTitle", 0xFFFFFF), 50);
+    EXPECT_GT(CountPixels("frmMain", 0x474747), 1000) << "lines and frames";
   };
-  Try(FourMods(), {"", {look}, "Beta, Delta | Alpha, Gamma"});
+  const Act isOutlined = [] {
+    for (const char* const name : {"CancelButton", "txtName", "frmNew"})
+      EXPECT_GT(CountPixels(name, 0x7F7F7F), 100) << name;
+  };
+  Try(FourMods(), {"",
+                   {look, TurnDark(), Click("cmdNewMod"), GoTo("lstDirs"), isOutlined, Press(Key::Escape)},
+                   "Beta, Delta | Alpha, Gamma"});
 }
 
 TEST(MainWindow, TheTabKeyGoesRoundInTheOrderOfTheWindow) {

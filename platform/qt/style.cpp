@@ -1,0 +1,42 @@
+#include "platform/qt/style.h"
+
+#include <QStyleOption>
+
+namespace platform {
+namespace {
+
+// With the colour of a window that Fusion would draw these outlines in, which is all that it takes that colour for
+// here.
+template <typename Option>
+Option Outlined(const Option& option) {
+  Option outlined = option;
+  outlined.palette.setColor(QPalette::Window, Outline(option.palette, kFusionsDarker).lighter(kFusionsDarker));
+  return outlined;
+}
+
+}  // namespace
+
+QColor Outline(const QPalette& palette, int darker) {
+  constexpr int kDark = 96;  // of 255
+  const QColor window = palette.color(QPalette::Window);
+  if (window.lightness() >= kDark) return window.darker(darker);
+  const QColor text = palette.color(QPalette::WindowText);
+  return {(window.red() + text.red()) / 2, (window.green() + text.green()) / 2, (window.blue() + text.blue()) / 2};
+}
+
+Style::Style() : QProxyStyle("Fusion") {}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                          const QWidget* widget) const {
+  if (const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+    const auto outlined = Outlined(*button);
+    return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
+  }
+  if (const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option)) {
+    const auto outlined = Outlined(*frame);
+    return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
+  }
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+}  // namespace platform

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <QProxyStyle>
+
+namespace platform {
+
+// The colour of an outline in a window: darker than the window by this many percent, which is above 100. In a dark
+// window, which leaves no room for that, half-way to its text.
+QColor Outline(const QPalette& palette, int darker);
+
+// Fusion, with these outlines around buttons, boxes and lists.
+struct Style : QProxyStyle {
+  Style();
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+};
+
+constexpr int kFusionsDarker = 140;  // what Fusion makes of the window's colour for its outlines
+
+}  // namespace platform
