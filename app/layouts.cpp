@@ -6,10 +6,10 @@ namespace {
 
 using platform::ButtonRole;
 using platform::Colours;
+using platform::CommandLayout;
 using platform::ControlLayout;
 using platform::FontLayout;
 using platform::Initially;
-using platform::KeyLayout;
 using platform::WindowLayout;
 using enum platform::ControlKind;
 
@@ -19,7 +19,8 @@ constexpr FontLayout kStar = {.family = "MS Sans Serif", .points = 18};
 
 // A button of the main window that has nothing to act on until the lists are filled.
 constexpr ControlLayout ModButton(std::string_view name, std::string_view caption, std::string_view tooltip,
-                                  platform::Place place, int tabOrder, std::string_view fills, FontLayout font = {}) {
+                                  platform::Place place, int tabOrder, std::string_view focusFallback,
+                                  FontLayout font = {}) {
   return {.name = name,
           .kind = Button,
           .caption = caption,
@@ -28,7 +29,7 @@ constexpr ControlLayout ModButton(std::string_view name, std::string_view captio
           .font = font,
           .tooltip = tooltip,
           .initially = Initially::Disabled,
-          .fills = fills};
+          .focusFallback = focusFallback};
 }
 
 constexpr std::array kMainControls = {
@@ -59,7 +60,7 @@ constexpr std::array kMainControls = {
                   .place = {5880, 600, 375, 375},
                   .tabOrder = 15,
                   .font = kStar,
-                  .spokenName = "DoW Installation Setup"},
+                  .accessibleName = "DoW Installation Setup"},
     ControlLayout{.name = "Label2",
                   .kind = CentredLabel,
                   .caption = "Available Mods",
@@ -92,14 +93,19 @@ constexpr std::array kMainControls = {
     ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12, "lstActive"),
 };
 
-constexpr std::array kMainKeys = {
-    KeyLayout{.key = "Enter", .target = "cmdActivate1", .list = "lstNotActive"},
-    KeyLayout{.key = "Enter", .target = "cmdDeactivate1", .list = "lstActive"},
-    KeyLayout{.key = "Delete", .target = "cmdDeleteMod", .list = "lstNotActive"},
-    KeyLayout{.key = "Alt+Up", .target = "cmdMoveUp", .list = "lstActive", .repeats = true},
-    KeyLayout{.key = "Alt+Down", .target = "cmdMoveDown", .list = "lstActive", .repeats = true},
-    KeyLayout{.key = "Insert", .target = "cmdNewMod"},
-    KeyLayout{.key = "F5", .target = "lstGame"},
+constexpr std::array kMainCommands = {
+    CommandLayout{.caption = "Activate Selected", .key = "Enter", .button = "cmdActivate1", .list = "lstNotActive"},
+    CommandLayout{.caption = "Deactivate Selected", .key = "Enter", .button = "cmdDeactivate1", .list = "lstActive"},
+    CommandLayout{.caption = "Delete Mod", .key = "Delete", .button = "cmdDeleteMod", .list = "lstNotActive"},
+    CommandLayout{
+        .caption = "Move Selected Up", .key = "Alt+Up", .button = "cmdMoveUp", .list = "lstActive", .repeats = true},
+    CommandLayout{.caption = "Move Selected Down",
+                  .key = "Alt+Down",
+                  .button = "cmdMoveDown",
+                  .list = "lstActive",
+                  .repeats = true},
+    CommandLayout{.caption = "New Mod", .key = "Insert", .button = "cmdNewMod"},
+    CommandLayout{.caption = "Refresh", .key = "F5"},
 };
 
 constexpr std::array kNewControls = {
@@ -147,7 +153,7 @@ constexpr std::array kSetupControls = {
                   .kind = ListBox,
                   .place = {600, 0, 5775, 1845},
                   .tabOrder = 1,
-                  .spokenName = "Installations"},
+                  .accessibleName = "Installations"},
     ControlLayout{.name = "cmdnew",
                   .kind = Button,
                   .caption = "+",
@@ -174,7 +180,7 @@ constexpr std::array kWindows = {
                  .font = Comic(9),
                  .controls = kMainControls,
                  .colours = kWhiteOnGrey,
-                 .keys = kMainKeys},
+                 .commands = kMainCommands},
     WindowLayout{.name = "frmNew",
                  .caption = "New Mod",
                  .width = 3600,

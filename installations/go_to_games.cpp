@@ -6,7 +6,7 @@
 // The mod lists are not refilled here: they follow the selector when the focus leaves it. So that is where the focus is
 // afterwards, and the next click finds the lists of the game that it acts on.
 void frmMain::cmdGoToGames_Click() {
-  window_.TakeOutOfUse();
+  window_.Disable();
   {
     frmDoWSetup setup(*this);
     setup.ShowInFrontOf(window_);
@@ -14,7 +14,7 @@ void frmMain::cmdGoToGames_Click() {
     platform::WaitUntil([&setup] { return setup.DoneYet(); });
     setup.Close();
   }
-  window_.PutBackIntoUse();
+  window_.Enable();
   lstGame.TakeFocus();
 }
 

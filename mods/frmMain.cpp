@@ -37,6 +37,7 @@ frmMain::frmMain()
   cmdNewMod.OnClick([this] { cmdNewMod_Click(); });
   cmdDeleteMod.OnClick([this] { cmdDeleteMod_Click(); });
   cmdGoToGames.OnClick([this] { cmdGoToGames_Click(); });
+  window_.OnCommand("Refresh", [this] { Refresh(); });
 }
 
 frmMain::~frmMain() = default;
@@ -80,6 +81,15 @@ std::string frmMain::GetBPath() const {
   std::string folder = Settings().InstallFolder(SelectedGame());
   if (folder.empty()) platform::DoEvents();
   return folder;
+}
+
+// The selected game stays selected where it is still registered.
+void frmMain::Refresh() {
+  const std::string game = SelectedGame();
+  const Settings settings;
+  if (!settings.Unread()) RefreshGames(settings);
+  if (const auto n = settings.FindGame(game)) lstGame.Select(static_cast<int>(*n) - 1);
+  ListMods(settings);
 }
 
 void frmMain::lstGame_Validate() { ListMods(); }
@@ -157,8 +167,8 @@ void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
       if (!outcome.isSaved && done > 0) outcome.message->outcome = messages::HowFar(done, all, isActive);
       ++(list.Count() < left ? done : stayed);
       if (std::chrono::steady_clock::now() - shown < kBetweenPictures) continue;
-      lstNotActive.ShowNow();
-      lstActive.ShowNow();
+      lstNotActive.Repaint();
+      lstActive.Repaint();
       shown = std::chrono::steady_clock::now();
     }
   }

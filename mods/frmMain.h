@@ -56,6 +56,7 @@ class frmMain {
 
  private:
   void lstGame_Validate();
+  void Refresh();
   void cmdGoToGames_Click();
   void cmdActivate1_Click();
   void cmdDeactivate1_Click();

@@ -43,7 +43,7 @@ class DropDownList {
 
   // Called when the keyboard focus leaves the list for another control of its window, before that control acts on the
   // click that took the focus. Not called when the list's entries are shown, nor when the window as a whole loses the
-  // focus or is taken out of use.
+  // focus or is disabled.
   void OnValidate(std::function<void()> handler) const;
 
   // Asked for the tooltip each time that it is shown; none where the text is empty.
@@ -75,7 +75,7 @@ class ListBox {
   void SetEmptyText(std::string_view text) const;
 
   // Paints what has changed before the command ends. Lets no event in.
-  void ShowNow() const;
+  void Repaint() const;
 
  private:
   NativeListBox* native_;

@@ -52,17 +52,18 @@ struct ControlLayout {
   std::string_view tooltip = {};
   Initially initially = Initially::Enabled;
   ButtonRole role = ButtonRole::Plain;
-  std::string_view label = {};       // that names the control: the words of its caption, for screen readers
-  std::string_view spokenName = {};  // the same where no label does; the tooltip or the caption, where it is empty
-  std::string_view fills = {};       // a button's: the list that takes the focus from it when it is disabled
+  std::string_view label = {};           // whose caption names the control for screen readers
+  std::string_view accessibleName = {};  // the same where no label does; the tooltip or the caption, where it is empty
+  std::string_view focusFallback = {};   // a button's: the list that takes the focus from it when it is disabled
 };
 
-// What a key does beyond what it does in every window. Screen readers tell it with the target.
-struct KeyLayout {
-  std::string_view key;        // as "Alt+Up"
-  std::string_view target;     // a button, which it clicks while it is enabled; or a drop-down list, which it leaves
-  std::string_view list = {};  // where its selected entry must have the focus; "Enter" is a double click there as well
-  bool repeats = false;        // while it is held down, at the keyboard's rate; otherwise it acts once
+// A command of a window: its key, beyond what the key does in every window, and what screen readers hear of it.
+struct CommandLayout {
+  std::string_view caption;
+  std::string_view key;          // as "Alt+Up"
+  std::string_view button = {};  // that it clicks while it is enabled; a command without one has a handler of its own
+  std::string_view list = {};    // whose selected entry must have the focus; "Enter" is a double click there as well
+  bool repeats = false;          // while the key is held down, at the keyboard's rate; otherwise it acts once
 };
 
 struct Colour {
@@ -85,7 +86,7 @@ struct WindowLayout {
   std::span<const ControlLayout> controls = {};
   std::optional<Colours> colours = {};  // the desktop's own, where there are none
   std::string_view firstFocus = {};     // the first in the tab order, where it is empty
-  std::span<const KeyLayout> keys = {};
+  std::span<const CommandLayout> commands = {};
 };
 
 }  // namespace platform

@@ -28,12 +28,15 @@ class Window {
 
   void Show() const;
 
-  // Shows the window in front of another that is out of use, and lets it come back there when the user goes to that
+  // Shows the window in front of another that is disabled, and lets it come back there when the user goes to that
   // one.
   void ShowInFrontOf(const Window& other) const;
 
   // Asks the window to close, as the user's click on its close box does.
   void Close() const;
+
+  // Called for a command of the layout that has no button.
+  void OnCommand(std::string_view caption, std::function<void()> handler) const;
 
   // Called when the window is asked to close; setting `cancel` refuses it.
   void OnUnload(std::function<void(bool& cancel)> handler) const;
@@ -41,10 +44,10 @@ class Window {
   // Called once the window has closed and its handlers have returned, so the window may be destroyed in it.
   void OnClosed(std::function<void()> handler) const;
 
-  // Out of use, the window stays visible, takes no input and refuses to be closed. Back in use, none of its controls
-  // has the focus until one takes it.
-  void TakeOutOfUse() const;
-  void PutBackIntoUse() const;
+  // While it is disabled, the window stays visible, takes no input and refuses to be closed. Afterwards none of its
+  // controls has the focus until one takes it.
+  void Disable() const;
+  void Enable() const;
 
  private:
   std::unique_ptr<NativeWindow> native_;

@@ -184,7 +184,7 @@ int NativeListBox::WidestEntry() {
   return static_cast<int>(std::ranges::max_element(widths_) - widths_.begin());
 }
 
-void NativeListBox::ShowNow() {
+void NativeListBox::Repaint() {
   executeDelayedItemsLayout();
   viewport()->repaint();
 }
@@ -270,7 +270,7 @@ void NativeListBox::paintEvent(QPaintEvent* event) {
 void Button::SetEnabled(bool isEnabled) const {
   // Also while a message that has just closed keeps the window from being the active one.
   const bool hasFocus = native_->window()->focusWidget() == native_;
-  if (!isEnabled && hasFocus && native_->fills != nullptr) native_->fills->setFocus();
+  if (!isEnabled && hasFocus && native_->focusFallback != nullptr) native_->focusFallback->setFocus();
   native_->setEnabled(isEnabled);
 }
 
@@ -339,7 +339,7 @@ void ListBox::OnToolTip(std::function<std::string(int position)> handler) const 
   native_->onToolTip = std::move(handler);
 }
 
-void ListBox::ShowNow() const { native_->ShowNow(); }
+void ListBox::Repaint() const { native_->Repaint(); }
 
 std::string TextBox::Text() const { return FromQt(native_->text()); }
 

@@ -25,7 +25,7 @@ bool IsBlockedByDialog();
 
 struct NativeButton : QPushButton {
   using QPushButton::QPushButton;
-  QWidget* fills = nullptr;
+  QWidget* focusFallback = nullptr;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -48,7 +48,7 @@ struct NativeListBox : QListWidget {
   void Fill(const QStringList& entries);
   void SetEmptyText(const QString& text);
   int WidestEntry();
-  void ShowNow();
+  void Repaint();
   QString emptyText;
   std::function<std::string(int position)> onToolTip;
 
@@ -85,11 +85,13 @@ struct NativeWindow : QWidget {
   void Open();
   void OpenInFrontOf(NativeWindow& other);
   void CloseByItself();
-  void TakeOutOfUse();
-  void PutBackIntoUse();
+  void Disable();
+  void Enable();
 
-  // Does what the layout has the key do, while the list has the focus or, where it is null, whatever has. False where
-  // it names no such key.
+  void OnCommand(std::string_view caption, std::function<void()> handler);
+
+  // Carries out the command of the key, while the list has the focus or, where it is null, whatever has. False where
+  // there is none.
   bool TakeKey(const QKeyEvent& event, const NativeListBox* list);
 
   std::map<std::string, QWidget*, std::less<>> controls;
@@ -104,11 +106,12 @@ struct NativeWindow : QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  struct NativeKey {
+  struct Command {
     QKeyCombination key;
-    QWidget* target = nullptr;
+    NativeButton* button = nullptr;
     const NativeListBox* list = nullptr;
     bool repeats = false;
+    std::function<void()> handler = {};
   };
 
   void SetOpen(bool isOpen);
@@ -117,17 +120,16 @@ struct NativeWindow : QWidget {
   void TakeDesktopsSize();
   void AddControl(const ControlLayout& control);
   void ConnectControl(const ControlLayout& control) const;
-  void AddKey(const KeyLayout& layout);
-  void Leave(NativeDropDownList& list);
+  void AddCommand(const CommandLayout& layout);
   void SetTabOrder();
 
   const WindowLayout& layout_;
-  std::vector<NativeKey> keys_;
+  std::map<std::string_view, Command> commands_;  // by their captions
   QPushButton* defaultButton_ = nullptr;
   QPushButton* cancelButton_ = nullptr;
   QPointer<NativeWindow> inFront_;
   bool isOpen_ = false;
-  bool isInUse_ = true;
+  bool isEnabled_ = true;
   bool closesByItself_ = false;
 };
 

@@ -104,7 +104,7 @@ NativeWindow::NativeWindow(const WindowLayout& layout)
   }
   for (const ControlLayout& control : layout.controls) AddControl(control);
   for (const ControlLayout& control : layout.controls) ConnectControl(control);
-  for (const KeyLayout& key : layout.keys) AddKey(key);
+  for (const CommandLayout& command : layout.commands) AddCommand(command);
   SetTabOrder();
 }
 
@@ -117,7 +117,7 @@ void NativeWindow::AddControl(const ControlLayout& control) {
   widget->setGeometry(Pixels(control.place));
   widget->setToolTip(ToQt(control.tooltip));
   const std::string_view words = control.tooltip.empty() ? control.caption : control.tooltip;
-  widget->setAccessibleName(ToQt(control.spokenName.empty() ? words : control.spokenName));
+  widget->setAccessibleName(ToQt(control.accessibleName.empty() ? words : control.accessibleName));
   if (!control.font.family.empty()) widget->setFont(ToQFont(control.font));
   widget->setEnabled(control.initially == Initially::Enabled);
   if (layout_.colours && qobject_cast<QLabel*>(widget) != nullptr) {
@@ -134,8 +134,8 @@ void NativeWindow::AddControl(const ControlLayout& control) {
 }
 
 void NativeWindow::ConnectControl(const ControlLayout& control) const {
-  if (!control.fills.empty())
-    Find<NativeButton>(*this, control.name).fills = &Find<NativeListBox>(*this, control.fills);
+  if (!control.focusFallback.empty())
+    Find<NativeButton>(*this, control.name).focusFallback = &Find<NativeListBox>(*this, control.focusFallback);
   if (control.label.empty()) return;
   auto& label = Find<QLabel>(*this, control.label);
   auto& named = Find<QWidget>(*this, control.name);
@@ -143,36 +143,30 @@ void NativeWindow::ConnectControl(const ControlLayout& control) const {
   named.setAccessibleName(label.text().remove(':'));
 }
 
-void NativeWindow::AddKey(const KeyLayout& layout) {
-  auto& target = Find<QWidget>(*this, layout.target);
+void NativeWindow::AddCommand(const CommandLayout& layout) {
+  auto* const button = layout.button.empty() ? nullptr : &Find<NativeButton>(*this, layout.button);
   const auto* const list = layout.list.empty() ? nullptr : &Find<NativeListBox>(*this, layout.list);
   const QKeySequence key(ToQt(layout.key), QKeySequence::PortableText);
-  keys_.push_back({Plain(key[0]), &target, list, layout.repeats});
-  QString told = target.accessibleDescription();
-  if (!told.isEmpty()) told += ", ";
-  told += ToQt(layout.key);
-  if (list != nullptr) told += " in " + list->accessibleName();
-  target.setAccessibleDescription(told);
+  commands_[layout.caption] = {Plain(key[0]), button, list, layout.repeats};
+  if (button == nullptr) return setAccessibleDescription(ToQt(layout.key) + ": " + ToQt(layout.caption));
+  button->setAccessibleDescription(ToQt(layout.key) + (list != nullptr ? " in " + list->accessibleName() : ""));
+}
+
+void NativeWindow::OnCommand(std::string_view caption, std::function<void()> handler) {
+  const auto command = commands_.find(caption);
+  if (command == commands_.end()) StopForUnknownName("command", caption);
+  command->second.handler = std::move(handler);
 }
 
 bool NativeWindow::TakeKey(const QKeyEvent& event, const NativeListBox* list) {
   const QKeyCombination pressed = Plain(event.keyCombination());
-  const auto key =
-      std::ranges::find_if(keys_, [&](const NativeKey& each) { return each.key == pressed && each.list == list; });
-  if (key == keys_.end()) return false;
-  if ((IsRepeat(event) && !key->repeats) || (list != nullptr && list->selectedItems().isEmpty())) return true;
-  if (auto* const left = dynamic_cast<NativeDropDownList*>(key->target)) {
-    Leave(*left);
-  } else if (auto* const button = dynamic_cast<NativeButton*>(key->target)) {
-    button->click();
-  }
+  const auto found = std::ranges::find_if(
+      commands_, [&](const auto& each) { return each.second.key == pressed && each.second.list == list; });
+  if (found == commands_.end()) return false;
+  const Command& command = found->second;
+  if ((IsRepeat(event) && !command.repeats) || (list != nullptr && list->selectedItems().isEmpty())) return true;
+  command.button != nullptr ? command.button->click() : command.handler();
   return true;
-}
-
-void NativeWindow::Leave(NativeDropDownList& list) {
-  QWidget* const before = focusWidget();
-  list.setFocus();
-  before == nullptr || before == &list ? static_cast<void>(focusNextChild()) : before->setFocus();
 }
 
 void NativeWindow::SetTabOrder() {
@@ -234,13 +228,13 @@ void NativeWindow::CloseByItself() {
   closesByItself_ = false;
 }
 
-void NativeWindow::TakeOutOfUse() {
-  isInUse_ = false;
+void NativeWindow::Disable() {
+  isEnabled_ = false;
   setEnabled(false);
 }
 
-void NativeWindow::PutBackIntoUse() {
-  isInUse_ = true;
+void NativeWindow::Enable() {
+  isEnabled_ = true;
   setEnabled(true);
   if (!isOpen_) return;
   activateWindow();
@@ -258,7 +252,7 @@ void NativeWindow::resizeEvent(QResizeEvent* event) {
 }
 
 void NativeWindow::BringWhatIsInFront() {
-  if (!isActiveWindow() || isInUse_ || inFront_ == nullptr) return;
+  if (!isActiveWindow() || isEnabled_ || inFront_ == nullptr) return;
   inFront_->setWindowState(inFront_->windowState() & ~Qt::WindowMinimized);
   inFront_->raise();
   inFront_->activateWindow();
@@ -283,7 +277,7 @@ void NativeWindow::TakeDesktopsSize() {
 
 void NativeWindow::closeEvent(QCloseEvent* event) {
   if (!isOpen_) return;  // the display may ask once more while the window is going
-  bool cancel = !isInUse_ || (IsDroppingInput() && !closesByItself_);
+  bool cancel = !isEnabled_ || (IsDroppingInput() && !closesByItself_);
   if (!cancel && onUnload) onUnload(cancel);
   event->setAccepted(!cancel);
   if (cancel) return;
@@ -344,8 +338,12 @@ void Window::OnUnload(std::function<void(bool& cancel)> handler) const { native_
 
 void Window::OnClosed(std::function<void()> handler) const { native_->onClosed = std::move(handler); }
 
-void Window::TakeOutOfUse() const { native_->TakeOutOfUse(); }
+void Window::OnCommand(std::string_view caption, std::function<void()> handler) const {
+  native_->OnCommand(caption, std::move(handler));
+}
 
-void Window::PutBackIntoUse() const { native_->PutBackIntoUse(); }
+void Window::Disable() const { native_->Disable(); }
+
+void Window::Enable() const { native_->Enable(); }
 
 }  // namespace platform

@@ -79,6 +79,8 @@ TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
   const auto tells = [](const std::string& control, const std::string& entry, const std::string& text) {
     return InTurn({Hover(control, entry), [=] { EXPECT_EQ(ToolTip(), text); }});
   };
+  const Act noTooltip = tells("lstActive", "Gamma", "");
+  Try(TwoGames(), {"none while another game is selected", {kChooseSecond, noTooltip}, "Beta, Delta | Alpha, Gamma"});
   Try(FourMods(), {"",
                    {makeFolder, tells("cmdDeleteMod", "", "Delete Mod"),
                     tells("lstGame", "", "Folder: C:\\Games\\D\xF6W\\\nModule file: C:\\Games\\D\xF6W\\Ulvane.module"),
@@ -86,8 +88,6 @@ TEST(MainWindow, TooltipsTellOfButtonsGamesAndMods) {
                     tells("lstNotActive", "Beta", "Data folders:\nBetaData (missing)"),
                     tells("lstActive", "Gamma", "Data folders:\nGammaData\nGammaSound (missing)")},
                    "Beta, Delta | Alpha, Gamma"});
-  const Act noTooltip = tells("lstActive", "Gamma", "");
-  Try(TwoGames(), {"not while another game is selected", {kChooseSecond, noTooltip}, "Beta, Delta | Alpha, Gamma"});
 }
 
 TEST(MainWindow, HasItsSizeFontColoursAndSpokenNames) {
