@@ -54,8 +54,7 @@ const std::error_code kDenied = std::make_error_code(std::errc::permission_denie
 const std::error_code kMissing = std::make_error_code(std::errc::no_such_file_or_directory);
 const std::error_code kFolder = std::make_error_code(std::errc::is_a_directory);
 
-TEST_F(Files, WhatIsNotReadOrReplacedIsSaidAndWhatHasTheNameOfTheNewFileStopsNothing) {
-  fs::create_directories(folder_ / ".gantrel-new" / "full");
+TEST_F(Files, WhatIsNotReadOrReplacedIsSaid) {
   fs::permissions(file_, fs::perms(0444));
   WriteFile(folder_ / "large", "");
   fs::resize_file(folder_ / "large", platform::kMostBytes + 1);
@@ -159,7 +158,9 @@ TEST_F(Files, WhatAnotherProgramHoldsIsWrittenInPlaceOrStaysAndTheReasonIsSaid) 
 
 TEST_F(Files, LinksAreFollowedButNotThatOfTheNewFile) {
   WriteFile(folder_ / "sub" / "victim", "victim");
-  fs::create_symlink("sub/victim", folder_ / ".gantrel-new");
+  struct stat tool = {};
+  ASSERT_EQ(stat(support::ExecutableFolder().c_str(), &tool), 0);
+  fs::create_symlink("sub/victim", folder_ / (".gantrel-new-" + std::to_string(tool.st_ino)));
   fs::create_symlink("../File.txt", folder_ / "sub" / "second");
   fs::create_symlink(folder_ / "sub" / "second", folder_ / "first");
   fs::create_symlink("sub/new", folder_ / "dangling");
