@@ -4,8 +4,7 @@
 set -euo pipefail
 source "$(dirname "$0")/scripts/common.sh"
 
-install_missing "${build_packages[@]}" "${run_packages[@]}" libbenchmark-dev libglib2.0-dev libinih-dev \
-  libiniparser-dev libsimpleini-dev pkg-config python3-minimal strace
+install_missing "${build_packages[@]}" "${run_packages[@]}" libbenchmark-dev python3-minimal strace
 say "Building the release with its benchmarks."
 build bench
 
@@ -17,7 +16,7 @@ chmod 700 build/bench/runtime
 export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=$PWD/build/bench/runtime QT_LOGGING_RULES='*.debug=false'
 
 # What is compared takes turns, in random order, so that a busy moment of the machine hits all alike.
-for subject in read_key write_key commands processes; do
+for subject in read_settings write_key commands processes; do
   say "Measuring: ${subject/_/ }."
   "$programs/bench_$subject" --benchmark_min_time=0.05 --benchmark_repetitions=7 --benchmark_report_aggregates_only \
     --benchmark_enable_random_interleaving=true --benchmark_out="$results/$subject.json" >"$results/$subject.txt" \

@@ -27,7 +27,7 @@ pictures=$PWD/build/pictures
 rm -rf build/tour build/pictures
 mkdir -p "$pictures" "$prefix/drive_c/Gantrel"
 mkdir -m 700 build/tour/{home,runtime}
-printf 'WINE REGISTRY Version 2\n' >"$prefix/system.reg"
+put_prefix "$prefix"
 put_sample_game "$prefix/drive_c/Games/Sample"
 cmake --install build/release --prefix "$prefix/drive_c/Gantrel" >/dev/null
 cp build/release/gantrel_tour "$prefix/drive_c/Gantrel/"

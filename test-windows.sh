@@ -34,7 +34,7 @@ put_tour "$on_windows" build/windows-tests/gantrel_tour.exe build/windows-tests
 (cd "$on_windows/Games/Sample" && on_display wine 'C:\Gantrel\gantrel_tour.exe' 'C:\Games\Sample\W40k.exe' "Z:$pictures")
 
 here=$PWD/build/same-clicks/drive_c
-printf 'WINE REGISTRY Version 2\n' >build/same-clicks/system.reg
+put_prefix build/same-clicks
 put_tour "$here" build/release/gantrel_tour build/release
 mkdir -m 700 build/same-clicks/{home,runtime,pictures}
 (cd "$here/Games/Sample" && HOME=$here/../home XDG_RUNTIME_DIR=$here/../runtime QT_QPA_PLATFORM=offscreen \

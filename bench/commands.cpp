@@ -46,14 +46,14 @@ struct Command {
   sample::Active before;
   std::function<void()> prepare;
   // Calls `start` when the command's own work begins.
-  std::function<void(const frmMain& window, const std::function<void()>& start)> run;
+  std::function<void(frmMain& window, const std::function<void()>& start)> run;
   int settingsWritten = 0;  // how often; for each mod, where `isForEach`
   int modulesWritten = 0;
   bool isForEach = false;
 };
 
 auto Click(const char* button) {
-  return [button](const frmMain&, const std::function<void()>& start) {
+  return [button](frmMain&, const std::function<void()>& start) {
     start();
     Button(button).click();
   };
@@ -68,7 +68,7 @@ void AnswerOk(const std::function<void()>& start) {
 }
 
 auto ClickAndAnswerOk(const char* button) {
-  return [button](const frmMain&, const std::function<void()>& start) {
+  return [button](frmMain&, const std::function<void()>& start) {
     QTimer::singleShot(0, [start] { AnswerOk(start); });
     Button(button).click();
   };
@@ -87,7 +87,7 @@ void OpenNewMod() {
   Control<QListWidget>("frmNew", "lstDirs").selectAll();
 }
 
-void ConfirmNewMod(const frmMain& /*window*/, const std::function<void()>& start) {
+void ConfirmNewMod(frmMain& /*window*/, const std::function<void()>& start) {
   auto& button = Control<QPushButton>("frmNew", "OKButton");
   start();
   button.click();
@@ -100,7 +100,7 @@ void EmptyLists() {
   for (const char* const list : kLists) List(list).clear();
 }
 
-void Fill(const frmMain& window, const std::function<void()>& start) {
+void Fill(frmMain& window, const std::function<void()>& start) {
   start();
   window.ListMods();
 }

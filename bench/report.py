@@ -17,7 +17,6 @@ SIZES = (10, 100, 1000)
 COMMAND_SIZES = (10, 30, 100, 300, 1000)
 COMMANDS = ("fill", "activate one", "move one", "delete the first", "new mod", "activate all")
 MANY = ("new mod", "delete the first", "move one")
-LIBRARIES = ("inih", "GKeyFile", "SimpleIni", "iniparser")
 
 
 def load(subject):
@@ -76,28 +75,14 @@ def picture(file, title, series):
     (pictures / file).write_text("\n".join(parts + ["</svg>"]) + "\n")
 
 
-read, write, commands, processes = (load(subject) for subject in ("read_key", "write_key", "commands", "processes"))
+read, write, commands, processes = (load(subject) for subject in ("read_settings", "write_key", "commands", "processes"))
 tables = []
 
 rows = []
 for mods in SIZES:
-    limit = read[f"{mods}/limit"]["cpu"]
-    for place in ("first", "middle", "last", "missing"):
-        ours = read[f"{mods}/GetSetting/{place}"]["cpu"]
-        others = [read[f"{mods}/{library}/{place}"]["cpu"] for library in LIBRARIES]
-        rows.append([f"{mods}, {place}", shown(limit), shown(ours), f"**{ours / limit:.2f}**"]
-                    + [shown(other) for other in others] + [f"**{min(others) / ours:.1f}**"])
-tables.append(table("Read one key (processor time)",
-                    ["mods, key", "limit", "GetSetting", "÷ limit", *LIBRARIES, "fastest of the four ÷ GetSetting"], rows))
-
-rows = []
-for mods in SIZES:
-    limit, folder, data, search = (read[f"{mods}/{part}"]["cpu"] for part in ("limit", "folder", "bytes", "search"))
-    whole = read[f"{mods}/GetSetting/middle"]["cpu"]
-    rows.append([mods, shown(limit)] + [f"{shown(max(part, 0))} ({part / limit:+.2f})" for part in
-                                        (folder, data - limit, search, whole - folder - data - search)])
-tables.append(table("Where a read's time goes (middle key; beside it, in limits)",
-                    ["mods", "limit", "the executable's folder", "the file's kind and size", "the search", "the rest"], rows))
+    limit, ours = (read[f"{mods}/{name}"]["cpu"] for name in ("limit", "reading"))
+    rows.append([mods, shown(limit), shown(ours), f"**{ours / limit:.2f}**"])
+tables.append(table("Read all mods (processor time)", ["mods", "limit", "reading", "÷ limit"], rows))
 
 rows = []
 for mods in SIZES:
@@ -137,7 +122,7 @@ opens = len(re.findall(r'openat\([^\n]*Ulvane\.ini", O_RDONLY\|O_NONBLOCK', trac
 tables.append(f"Opening the main window with 100 mods opens the settings file {opens:.0f} times, by strace's count.\n")
 
 model = re.search(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
-context = json.loads((results / "read_key.json").read_text())["context"]
+context = json.loads((results / "read_settings.json").read_text())["context"]
 tables.append(f"The machine: {context['num_cpus']} × {model[1] if model else platform.machine()}, Linux {platform.release()}, "
               f"files on {(results / 'file-system.txt').read_text().strip()}.\n")
 
@@ -145,11 +130,6 @@ text = "\n".join(tables)
 print(text)
 if keep:
     colours = ("#c00000", "#000000", "#1f77b4", "#2ca02c", "#9467bd", "#8c564b")
-    names = ("GetSetting", "limit", *LIBRARIES)
-    picture("read-one-key.svg", "Reading one key, the middle one",
-            [(name, colour, name == "limit",
-              [(mods, read[f"{mods}/{name}" + ("" if name == "limit" else "/middle")]["cpu"]) for mods in SIZES])
-             for name, colour in zip(names, colours)])
     series = []
     for command, colour in zip(COMMANDS, colours):
         for key, name, dashed in (("time", command, False), ("limit", "", True)):

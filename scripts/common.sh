@@ -49,5 +49,12 @@ put_sample_game() {
   touch "$1/W40k.exe"
 }
 
+# Makes a folder a compatibility prefix whose registry knows where the sample game is.
+put_prefix() {
+  mkdir -p "$1"
+  printf '%s\n' 'WINE REGISTRY Version 2' '' '[Software\\THQ\\Sample Game] 1' '"InstallLocation"="C:\\Games\\Sample"' \
+    >"$1/system.reg"
+}
+
 build_packages=(g++ cmake ninja-build qt6-base-dev libyaml-dev)
 run_packages=(libqt6widgets6 qt6-qpa-plugins)
