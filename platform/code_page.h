@@ -17,7 +17,11 @@ std::string FromUtf16(std::u16string_view wide);
 std::optional<std::string> FromUtf16Exactly(std::u16string_view wide);
 
 // The one form that stands for all letter cases of a character.
-char FoldCase(char character);
+char FoldCaseBeyondAscii(char character);
+inline char FoldCase(char character) {
+  if (character >= 'a' && character <= 'z') return static_cast<char>(character - 0x20);
+  return static_cast<unsigned char>(character) < 0x80 ? character : FoldCaseBeyondAscii(character);
+}
 
 // Whether two names are the same without regard to letter case.
 bool SameName(std::string_view left, std::string_view right);

@@ -12,9 +12,10 @@ namespace {
 platform::HostPath SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
 platform::HostPath MakeFile() { return platform::BesideExecutable("Make.ini"); }
 
-std::optional<FileFailure> FailureOf(const platform::HostPath& file, const char* what, const std::error_code& reason) {
+// Nothing where there is no reason. The file's path is made only for a failure: it costs a call of the system.
+std::optional<FileFailure> FailureOf(platform::HostPath (*file)(), const char* what, const std::error_code& reason) {
   if (!reason) return std::nullopt;
-  return FileFailure{platform::Shown(file), what, reason};
+  return FileFailure{platform::Shown(file()), what, reason};
 }
 
 // No text that a fallback could be: a line break never comes out of a file.
@@ -56,7 +57,7 @@ Settings::Settings() : Settings(std::error_code()) {
   if (settings_.IsThere() || unread_) return;
   const platform::ToolLock lock = platform::LockTool();
   settings_ = EZINILib::WholeINI(SettingsFile());
-  unread_ = FailureOf(SettingsFile(), "read", settings_.Unread());
+  unread_ = FailureOf(SettingsFile, "read", settings_.Unread());
 }
 
 Settings::Settings(std::string_view settings, std::string_view make)
@@ -64,11 +65,11 @@ Settings::Settings(std::string_view settings, std::string_view make)
 
 Settings::Settings(const std::error_code& lockFailure)
     : settings_(SettingsFile()),
-      unread_(lockFailure ? FailureOf(SettingsFile(), "written", lockFailure)
-                          : FailureOf(SettingsFile(), "read", settings_.Unread())) {}
+      unread_(lockFailure ? FailureOf(SettingsFile, "written", lockFailure)
+                          : FailureOf(SettingsFile, "read", settings_.Unread())) {}
 
 std::optional<FileFailure> Settings::Unread() const {
-  return unread_ ? unread_ : FailureOf(MakeFile(), "read", make_.Unread());
+  return unread_ ? unread_ : FailureOf(MakeFile, "read", make_.Unread());
 }
 
 std::string Settings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
@@ -143,7 +144,7 @@ void Change::PutNumber(std::string_view section, std::string_view key, std::int6
 
 std::optional<FileFailure> Change::Save() {
   if (unread_) return unread_;
-  auto failure = FailureOf(SettingsFile(), "written", settings_.Save(SettingsFile()));
+  auto failure = FailureOf(SettingsFile, "written", settings_.Save(SettingsFile()));
   if (failure) settings_ = EZINILib::WholeINI(SettingsFile());
   return failure;
 }

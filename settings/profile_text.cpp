@@ -32,13 +32,6 @@ std::string OnOneLine(std::string_view text) {
   return line;
 }
 
-// A name as it is in all letter cases, and without the blanks around it.
-std::string Folded(std::string_view name) {
-  std::string folded(Trimmed(name));
-  std::ranges::transform(folded, folded.begin(), platform::FoldCase);
-  return folded;
-}
-
 // The line at the front of the text, without its end.
 std::string_view LineOf(std::string_view text) {
   return text.substr(0, static_cast<std::size_t>(std::ranges::find_if(text, IsLineBreak) - text.begin()));
@@ -56,23 +49,19 @@ std::optional<std::string_view> SectionName(std::string_view line) {
   return Trimmed(content.substr(1, end - 1));
 }
 
-// What stands before the equals sign of a line that is no header; nothing when it is no key's line.
-std::optional<std::string_view> KeyName(std::string_view line) {
-  const std::string_view content = Trimmed(line);
-  const std::size_t equals = content.find('=');
-  if (equals == std::string_view::npos || content.front() == ';' || content.front() == '[') return std::nullopt;
-  return Trimmed(content.substr(0, equals));
-}
-
-// The value as it is written, quotes included, of the first line of the key in a section. Points into `section`.
+// The value as it is written, quotes included, of the first line of the key in a section. Points into `section`. Looks
+// for equals signs rather than at every line, since the search for one byte is fast.
 std::optional<std::string_view> FindValue(std::string_view section, std::string_view key) {
   key = Trimmed(key);
-  while (!section.empty()) {
-    const std::string_view line = LineOf(section);
-    if (const auto name = KeyName(line); name && platform::SameName(*name, key))
-      return Trimmed(Trimmed(line).substr(Trimmed(line).find('=') + 1));
-    section.remove_prefix(line.size());
-    section.remove_prefix(LineEndOf(section).size());
+  std::size_t from = 0;  // behind the equals sign before
+  for (std::size_t equals = section.find('='); equals != std::string_view::npos; equals = section.find('=', from)) {
+    std::size_t begin = equals;
+    while (begin > from && !IsLineBreak(section[begin - 1])) --begin;
+    const bool isFirstOfLine = begin > from || from == 0;
+    from = equals + 1;
+    const std::string_view name = Trimmed(section.substr(begin, equals - begin));
+    const bool isKey = isFirstOfLine && !name.starts_with(';') && !name.starts_with('[');
+    if (isKey && platform::SameName(name, key)) return Trimmed(LineOf(section.substr(equals + 1)));
   }
   return std::nullopt;
 }
@@ -104,6 +93,16 @@ std::optional<Header> NextHeader(std::string_view text, std::size_t position) {
 
 }  // namespace
 
+std::size_t ProfileText::Hash::operator()(std::string_view name) const {
+  std::size_t hash = 0;
+  for (const char c : name) hash = hash * 31 + static_cast<unsigned char>(platform::FoldCase(c));
+  return hash;
+}
+
+bool ProfileText::Equal::operator()(std::string_view left, std::string_view right) const {
+  return platform::SameName(left, right);
+}
+
 void ProfileText::Parse(std::string_view text) {
   mark_ = text.substr(0, text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
   text.remove_prefix(mark_.size());
@@ -115,14 +114,14 @@ void ProfileText::Parse(std::string_view text) {
   std::size_t begin = 0;
   for (auto header = NextHeader(text, 0); header; header = NextHeader(text, header->end)) {
     sections_.emplace_back(text.substr(begin, header->begin - begin));
-    places_.emplace(Folded(header->name), sections_.size());
+    places_.emplace(header->name, sections_.size());
     begin = header->begin;
   }
   sections_.emplace_back(text.substr(begin));
 }
 
 std::optional<std::size_t> ProfileText::FindSection(std::string_view name) const {
-  const auto place = places_.find(Folded(name));
+  const auto place = places_.find(Trimmed(name));
   return place == places_.end() ? std::nullopt : std::optional(place->second);
 }
 
@@ -148,7 +147,7 @@ void ProfileText::Set(std::string_view section, std::string_view key, std::strin
 
 std::size_t ProfileText::AddSection(std::string_view name) {
   if (std::string& last = sections_.back(); !last.empty() && !IsLineBreak(last.back())) last += lineEnd_;
-  places_.emplace(Folded(name), sections_.size());
+  places_.emplace(Trimmed(name), sections_.size());
   sections_.push_back("[" + std::string(name) + "]");
   return sections_.size() - 1;
 }

@@ -35,8 +35,18 @@ class ProfileText {
   std::size_t AddSection(std::string_view name);
   void AddLine(std::string& section, const std::string& line) const;
 
+  // Of names without regard to their letter case.
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const;
+  };
+  struct Equal {
+    using is_transparent = void;
+    bool operator()(std::string_view left, std::string_view right) const;
+  };
+
   std::string mark_;
-  std::string lineEnd_;                                  // of new lines
-  std::vector<std::string> sections_;                    // each from its header on; the first is above all headers
-  std::unordered_map<std::string, std::size_t> places_;  // the first section of each name, in one letter case
+  std::string lineEnd_;                // of new lines
+  std::vector<std::string> sections_;  // each from its header on; the first is above all headers
+  std::unordered_map<std::string, std::size_t, Hash, Equal> places_;  // the first section of each name
 };

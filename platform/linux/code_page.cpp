@@ -45,9 +45,9 @@ std::optional<std::string> FromUtf16Exactly(std::u16string_view wide) {
   return text;
 }
 
-char FoldCase(char character) {
+char FoldCaseBeyondAscii(char character) {
   const auto code = static_cast<unsigned char>(character);
-  const bool isSmall = (code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7);
+  const bool isSmall = code >= 0xE0 && code <= 0xFE && code != 0xF7;
   if (isSmall) return static_cast<char>(code - 0x20);
   switch (code) {
     case 0x9A:  // s, o-e and z with their marks, and y with two dots, stand apart from their capitals

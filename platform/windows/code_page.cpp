@@ -50,7 +50,7 @@ std::optional<std::string> FromUtf16Exactly(std::u16string_view wide) {
   return text;
 }
 
-char FoldCase(char character) {
+char FoldCaseBeyondAscii(char character) {
   static const std::array<char, 256> kFolded = MakeFoldedCases();
   return kFolded[static_cast<unsigned char>(character)];
 }
