@@ -26,9 +26,9 @@ void WriteINI(const platform::HostPath& file, std::string_view section, std::str
 WholeINI::WholeINI(const platform::HostPath& file) {
   std::string bytes;
   unread_ = platform::ReadFile(file, bytes);
-  isThere_ = !unread_;
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) unread_ = platform::FileRefusal::Utf16;
-  if (unread_ == std::errc::no_such_file_or_directory) unread_.clear();
+  isMissing_ = unread_ == std::errc::no_such_file_or_directory;
+  if (isMissing_) unread_.clear();
   if (!unread_) text_ = ProfileText(bytes);
 }
 

@@ -35,8 +35,8 @@ class WholeINI {
   void Write(std::string_view section, std::string_view key, std::string_view value);
   std::string Text() const { return text_.Text(); }
 
-  // Whether there was a file; false as well where it could not be read.
-  bool IsThere() const { return isThere_; }
+  // Whether there was no file.
+  bool IsMissing() const { return isMissing_; }
   // Why the file, which is there, could not be read. Nothing is replaced then.
   std::error_code Unread() const { return unread_; }
 
@@ -46,7 +46,7 @@ class WholeINI {
  private:
   ProfileText text_{""};
   std::error_code unread_;
-  bool isThere_ = false;
+  bool isMissing_ = false;
   bool isChanged_ = false;
 };
 

@@ -54,7 +54,7 @@ std::int64_t FindMod(std::string_view game, std::string_view name) { return Sett
 
 // There are file systems where a file that is replaced is missing for a moment. Nobody replaces it under the lock.
 Settings::Settings() : Settings(std::error_code()) {
-  if (settings_.IsThere() || unread_) return;
+  if (!settings_.IsMissing()) return;
   const platform::ToolLock lock = platform::LockTool();
   settings_ = EZINILib::WholeINI(SettingsFile());
   unread_ = FailureOf(SettingsFile, "read", settings_.Unread());
