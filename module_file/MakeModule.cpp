@@ -8,7 +8,7 @@
 
 namespace {
 
-bool IsProgram(const platform::HostPath& path) {
+bool IsProgram(const std::filesystem::path& path) {
   constexpr std::size_t kMark = 4;
   std::string start;
   [[maybe_unused]] const auto isLonger = platform::ReadFile(path, start, kMark);
@@ -18,7 +18,7 @@ bool IsProgram(const platform::HostPath& path) {
 }
 
 // What a slip in Make.ini must not cost: the game itself, or the tool's own files.
-std::error_code WhyNotReplaced(const platform::HostPath& path, std::string_view header, std::string_view footer) {
+std::error_code WhyNotReplaced(const std::filesystem::path& path, std::string_view header, std::string_view footer) {
   if (IsProgram(path)) return platform::FileRefusal::Program;
   for (const std::string_view own : {std::string_view("Ulvane.ini"), std::string_view("Make.ini"), header, footer}) {
     if (platform::IsSameFile(path, platform::BesideExecutable(own))) return platform::FileRefusal::OwnFile;
@@ -27,7 +27,7 @@ std::error_code WhyNotReplaced(const platform::HostPath& path, std::string_view 
 }
 
 std::optional<FileFailure> ReadTemplate(std::string_view name, std::string& text) {
-  const platform::HostPath path = platform::BesideExecutable(name);
+  const std::filesystem::path path = platform::BesideExecutable(name);
   const std::error_code failure = platform::ReadFile(path, text);
   return failure ? std::optional(FileFailure{platform::Shown(path), "read", failure}) : std::nullopt;
 }

@@ -1,7 +1,6 @@
 #include "platform/files.h"
 
-#include <filesystem>
-#include <string>
+#include "platform/paths.h"
 
 namespace platform {
 namespace {
@@ -39,7 +38,7 @@ bool IsMissingFolder(std::string_view windowsPath) {
   const auto path = ToHostPath(windowsPath);
   if (!path) return true;
   std::error_code failure;
-  const auto status = std::filesystem::status(AsSpelledOnDisk(*path).text, failure);
+  const auto status = std::filesystem::status(AsSpelledOnDisk(*path), failure);
   return std::filesystem::status_known(status) && !std::filesystem::is_directory(status);
 }
 
@@ -48,9 +47,9 @@ std::error_code make_error_code(FileRefusal refusal) {
   return {static_cast<int>(refusal), refusals};
 }
 
-bool IsSameFile(const HostPath& left, const HostPath& right) {
+bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
   std::error_code failure;
-  return std::filesystem::equivalent(AsSpelledOnDisk(left).text, AsSpelledOnDisk(right).text, failure);
+  return std::filesystem::equivalent(AsSpelledOnDisk(left), AsSpelledOnDisk(right), failure);
 }
 
 }  // namespace platform

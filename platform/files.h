@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
-
-#include "platform/paths.h"
 
 // Whole files. A name that is not there as spelled is looked for without regard to letter case, in every component of
 // its path, as the game's own system does. No function here shows anything; all say why they failed.
@@ -43,7 +42,7 @@ ToolLock LockTool();
 // (std::errc::no_such_file_or_directory). Of a file with more than `most` bytes, which is TooLarge, `bytes` are the
 // first `most`; after any other failure they are empty.
 constexpr std::size_t kMostBytes = std::size_t{16} * 1024 * 1024;
-std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t most = kMostBytes);
+std::error_code ReadFile(const std::filesystem::path& path, std::string& bytes, std::size_t most = kMostBytes);
 
 // Creates the file with these bytes, or replaces the one that is there, as a whole: whoever opens the name finds the
 // old bytes or the new ones, and after a failure the old ones. On the disk when the function returns. Called under the
@@ -52,13 +51,13 @@ std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t m
 // Follows links, keeps the file's permissions and group, and refuses to replace a file that may not be written. Where
 // the folder takes no new file but the file itself can be written, it is written in place, and the old bytes are put
 // back when that fails.
-std::error_code ReplaceFile(const HostPath& path, std::string_view bytes);
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 
 // Whether the system says that a Windows path leads to no folder. What it does not tell is not taken for missing.
 bool IsMissingFolder(std::string_view windowsPath);
 
 // Whether both paths lead to one file that is there.
-bool IsSameFile(const HostPath& left, const HostPath& right);
+bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
 
 }  // namespace platform
 

@@ -11,19 +11,20 @@ std::string Truncated(std::string_view value) { return std::string(value.substr(
 
 }  // namespace
 
-std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
+std::string ReadINI(const std::filesystem::path& file, std::string_view section, std::string_view key,
                     std::string_view fallback) {
   return WholeINI(file).Read(section, key, fallback);
 }
 
-void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value) {
+void WriteINI(const std::filesystem::path& file, std::string_view section, std::string_view key,
+              std::string_view value) {
   WholeINI whole(file);
   whole.Write(section, key, value);
   [[maybe_unused]] const std::error_code failure = whole.Save(file);
 }
 
 // UTF-16 files are rejected: their text cannot be read as lines of bytes.
-WholeINI::WholeINI(const platform::HostPath& file) {
+WholeINI::WholeINI(const std::filesystem::path& file) {
   std::string bytes;
   unread_ = platform::ReadFile(file, bytes);
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) unread_ = platform::FileRefusal::Utf16;
@@ -41,7 +42,7 @@ void WholeINI::Write(std::string_view section, std::string_view key, std::string
   isChanged_ = true;
 }
 
-std::error_code WholeINI::Save(const platform::HostPath& file) {
+std::error_code WholeINI::Save(const std::filesystem::path& file) {
   if (unread_) return unread_;
   if (!std::exchange(isChanged_, false)) return {};
   return platform::ReplaceFile(file, text_.Text());

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "platform/paths.h"
 #include "settings/profile_text.h"
@@ -17,18 +18,19 @@ constexpr std::size_t kMostCharacters = 254;  // longer values are truncated to 
 
 // The value, or `fallback` when the file, the section or the key is missing or the file cannot be read. Of either, the
 // first kMostCharacters.
-std::string ReadINI(const platform::HostPath& file, std::string_view section, std::string_view key,
+std::string ReadINI(const std::filesystem::path& file, std::string_view section, std::string_view key,
                     std::string_view fallback);
 
 // Creates the file when it is missing. A failure is silent and leaves the file as it was; one that is there but cannot
 // be read is never replaced.
-void WriteINI(const platform::HostPath& file, std::string_view section, std::string_view key, std::string_view value);
+void WriteINI(const std::filesystem::path& file, std::string_view section, std::string_view key,
+              std::string_view value);
 
 // A profile file that is read once, answers from memory, and is replaced once.
 class WholeINI {
  public:
-  explicit WholeINI(const platform::HostPath& file);
-  explicit WholeINI(std::string_view text) : text_(text) {}  // of no file
+  explicit WholeINI(const std::filesystem::path& file);
+  explicit WholeINI(ProfileText text) : text_(std::move(text)) {}  // of no file
 
   // As ReadINI and WriteINI, on the text in memory.
   std::string Read(std::string_view section, std::string_view key, std::string_view fallback) const;
@@ -41,7 +43,7 @@ class WholeINI {
   std::error_code Unread() const { return unread_; }
 
   // Replaces the file, which is the one that was read, where something was written.
-  std::error_code Save(const platform::HostPath& file);
+  std::error_code Save(const std::filesystem::path& file);
 
  private:
   ProfileText text_{""};

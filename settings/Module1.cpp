@@ -9,11 +9,11 @@
 namespace Module1 {
 namespace {
 
-platform::HostPath SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
-platform::HostPath MakeFile() { return platform::BesideExecutable("Make.ini"); }
+std::filesystem::path SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
+std::filesystem::path MakeFile() { return platform::BesideExecutable("Make.ini"); }
 
 // Nothing where there is no reason. The file's path is made only for a failure: it costs a call of the system.
-std::optional<FileFailure> FailureOf(platform::HostPath (*file)(), const char* what, const std::error_code& reason) {
+std::optional<FileFailure> FailureOf(std::filesystem::path (*file)(), const char* what, const std::error_code& reason) {
   if (!reason) return std::nullopt;
   return FileFailure{platform::Shown(file()), what, reason};
 }
@@ -61,7 +61,7 @@ Settings::Settings() : Settings(std::error_code()) {
 }
 
 Settings::Settings(std::string_view settings, std::string_view make)
-    : settings_(settings), make_(make), isMakeRead_(true) {}
+    : settings_(ProfileText(settings)), make_(ProfileText(make)), isMakeRead_(true) {}
 
 Settings::Settings(const std::error_code& lockFailure)
     : settings_(SettingsFile()),

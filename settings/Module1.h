@@ -64,7 +64,7 @@ class Settings {
   std::optional<FileFailure> unread_;
 
  private:
-  mutable EZINILib::WholeINI make_{""};
+  mutable EZINILib::WholeINI make_{ProfileText("")};
   mutable bool isMakeRead_ = false;
 };
 

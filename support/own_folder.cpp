@@ -59,7 +59,7 @@ int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int, char**))
   qputenv(kIsCopy, "1");
   const fs::path copy = ExecutableFolder() / kProgram;
   fs::create_directories(copy.parent_path());
-  fs::path own = platform::BesideExecutable(fs::path(arguments[0]).filename().string()).text;
+  fs::path own = platform::BesideExecutable(fs::path(arguments[0]).filename().string());
   if (!fs::exists(own)) own += ".exe";  // which a command may leave out
   fs::copy_file(own, copy, fs::copy_options::overwrite_existing);
   const QStringList others(arguments + 1, arguments + argumentCount);

@@ -33,7 +33,7 @@ void Print(const std::string& text) {
   std::fflush(stdout);
 }
 
-fs::path BesideTheTour(const char* name) { return platform::BesideExecutable(name).text; }
+fs::path BesideTheTour(const char* name) { return platform::BesideExecutable(name); }
 
 fs::path Away(fs::path file) { return file += ".away"; }
 

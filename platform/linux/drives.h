@@ -1,51 +1,42 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
-#include "platform/paths.h"
-
 // The drives of a compatibility prefix: the folder in which the game's Windows lives on this system. The functions take
 // the prefix, so that they can be tried on any folder.
 namespace platform {
 
-// The user's; empty when the system does not tell.
-std::string HomeFolder();
+// The user's; the root folder when the system does not tell.
+std::filesystem::path HomeFolder();
 
 // The prefix whose drives the settings' paths are on: the one that holds the running executable, or else the one in the
 // user's home folder; nothing when there is none, or where the executable is could not be found out. One that another
 // user owns, in a folder that everybody may write to, is passed over.
-std::optional<HostPath> PrefixFolder();
+std::optional<std::filesystem::path> PrefixFolder();
 
-struct Drive {
-  char letter = '\0';  // small
-  HostPath folder;
-};
+// Below, no prefix means that there is z: alone.
 
 // The folder of one drive. A letter is the link that the prefix's `dosdevices` has for it, and none if that leads
-// nowhere; without a link, c: is the prefix's `drive_c` and z: is the root folder. Without a prefix there is z: alone.
-// A link that the system does not tell about is the drive all the same, so that what is below it fails for the true
-// reason rather than being elsewhere.
-std::optional<HostPath> DriveFolder(const std::optional<HostPath>& prefix, char letter);
+// nowhere; without a link, c: is the prefix's `drive_c` and z: is the root folder. A link that the system does not tell
+// about is the drive all the same, so that what is below it fails for the true reason rather than being elsewhere.
+std::optional<std::filesystem::path> DriveFolder(const std::optional<std::filesystem::path>& prefix, char letter);
 
-std::vector<Drive> Drives(const std::optional<HostPath>& prefix);
-
-std::optional<HostPath> MapToHost(const std::optional<HostPath>& prefix, std::string_view windowsPath);
+std::optional<std::filesystem::path> MapToHost(const std::optional<std::filesystem::path>& prefix,
+                                               std::string_view windowsPath);
 
 // On the drive that is nearest above it; nothing when there is none, or the code page cannot spell the path. `path` is
 // absolute.
-std::optional<std::string> MapToWindows(const std::optional<HostPath>& prefix, const HostPath& path);
+std::optional<std::string> MapToWindows(const std::optional<std::filesystem::path>& prefix,
+                                        const std::filesystem::path& path);
 
 // What a path on a drive of one prefix is on the drives of another; nothing when there is no such drive, or the code
 // page cannot spell the path. The links behind the drive's letter are followed, those below it stay.
-std::optional<std::string> MapBetween(const std::optional<HostPath>& from, const std::optional<HostPath>& to,
-                                      std::string_view windowsPath);
-
-// AsSpelledOnDisk for those who must not take what the disk does not tell for missing: then says why, and leaves the
-// path as it is.
-std::error_code SpellAsOnDisk(HostPath& path);
+std::optional<std::string> MapBetween(const std::optional<std::filesystem::path>& from,
+                                      const std::optional<std::filesystem::path>& to, std::string_view windowsPath);
 
 }  // namespace platform

@@ -1,42 +1,39 @@
 #include "platform/file_dialog.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <string>
-#include <utility>
+#include <system_error>
 
 #include "platform/linux/drives.h"
 #include "platform/linux/launchers.h"
+#include "platform/paths.h"
+
+namespace fs = std::filesystem;
 
 namespace platform {
 
-std::vector<HostPath> GamePlaces() {
-  std::vector<HostPath> places;
-  const auto add = [&](std::string folder) {
-    struct stat status = {};
-    if (stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) places.push_back({std::move(folder)});
-  };
-  add(HomeFolder());
-  for (const HostPath& library : SteamLibraries()) add(library.text + "/steamapps/common");
-  for (const HostPath& prefix : Prefixes()) add(prefix.text + "/drive_c");
+std::vector<fs::path> GamePlaces() {
+  std::vector<fs::path> places = {HomeFolder()};
+  for (const fs::path& library : SteamLibraries()) places.push_back(library / "steamapps/common");
+  for (const fs::path& prefix : Prefixes()) places.push_back(prefix / "drive_c");
+  std::error_code untold;
+  std::erase_if(places, [&](const fs::path& place) { return !fs::is_directory(place, untold); });
   // Steam makes a prefix for each game, but has the games in its libraries: those come last.
-  std::ranges::stable_sort(places, {},
-                           [](const HostPath& place) { return place.text.find("/compatdata/") != std::string::npos; });
+  std::ranges::stable_partition(
+      places, [](const fs::path& place) { return place.native().find("/compatdata/") == std::string::npos; });
   return places;
 }
 
-std::vector<HostPath> StartFolders(std::string_view fileName) {
-  std::vector<HostPath> folders;
-  for (const HostPath& library : SteamLibraries()) {
-    for (std::string& game : Matches(library.text, "steamapps/common/*")) {
-      struct stat status = {};
-      const HostPath file = AsSpelledOnDisk({game + "/" + std::string(fileName)});
-      if (stat(file.text.c_str(), &status) == 0 && S_ISREG(status.st_mode)) folders.push_back({std::move(game)});
+std::vector<fs::path> StartFolders(std::string_view fileName) {
+  std::vector<fs::path> folders;
+  for (const fs::path& library : SteamLibraries()) {
+    for (const fs::path& game : Glob(library, "steamapps/common/*")) {
+      std::error_code untold;
+      if (fs::is_regular_file(AsSpelledOnDisk(game / fileName), untold)) folders.push_back(game);
     }
   }
-  for (const HostPath& prefix : Prefixes()) folders.push_back({prefix.text + "/drive_c"});
-  folders.push_back({HomeFolder()});
+  for (const fs::path& prefix : Prefixes()) folders.push_back(prefix / "drive_c");
+  folders.push_back(HomeFolder());
   return folders;
 }
 

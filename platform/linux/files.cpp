@@ -7,37 +7,42 @@
 
 #include <cerrno>
 #include <chrono>
-#include <climits>
 #include <cstring>
 #include <memory>
-#include <string>
 #include <thread>
 #include <utility>
 
-#include "platform/linux/drives.h"
-#include "platform/read_to_end.h"
+#include "platform/linux/file_names.h"
+#include "platform/paths.h"
+
+namespace fs = std::filesystem;
 
 namespace platform {
 namespace {
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
+// The result of a call to the system, made again where a signal has interrupted it.
+template <typename Call>
+auto Uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
 // An open file, closed with it. A link is not followed: Find does that before.
 class File {
  public:
-  explicit File(const std::error_code& openFailure) : openFailure_(openFailure) {}
-  File(const std::string& path, int flags, mode_t mode = 0) {
-    do {
-      descriptor_ = open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, mode);
-    } while (descriptor_ < 0 && errno == EINTR);
+  File(const fs::path& path, int flags, mode_t mode = 0)
+      : descriptor_(Uninterrupted([&] { return open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, mode); })) {
     if (!IsOpen()) openFailure_ = LastError();
   }
   ~File() {
     if (IsOpen()) close(descriptor_);
   }
-  File(File&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)), openFailure_(other.openFailure_) {}
   File(const File&) = delete;
   File& operator=(const File&) = delete;
+  File(File&&) = delete;
   File& operator=(File&&) = delete;
 
   bool IsOpen() const { return descriptor_ >= 0; }
@@ -50,22 +55,21 @@ class File {
     return result == 0 || errno == EINTR ? std::error_code() : LastError();
   }
 
-  // Up to `size` bytes, fewer only at the file's end. `count` is how many there were.
-  std::error_code Read(char* room, std::size_t size, std::size_t& count) const {
-    for (count = 0; count < size;) {
-      const ssize_t more = read(descriptor_, room + count, size - count);
-      if (more < 0 && errno != EINTR) return LastError();
-      if (more == 0) break;
-      if (more > 0) count += static_cast<std::size_t>(more);
-    }
+  // Adds up to `most` bytes; none at the file's end.
+  std::error_code Read(std::string& bytes, std::size_t most) const {
+    const std::size_t before = bytes.size();
+    bytes.resize(before + most);
+    const ssize_t count = Uninterrupted([&] { return read(descriptor_, bytes.data() + before, most); });
+    if (count < 0) return LastError();
+    bytes.resize(before + static_cast<std::size_t>(count));
     return {};
   }
 
   std::error_code Write(std::string_view bytes) const {
     while (!bytes.empty()) {
-      const ssize_t count = write(descriptor_, bytes.data(), bytes.size());
-      if (count < 0 && errno != EINTR) return LastError();
-      if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+      const ssize_t count = Uninterrupted([&] { return write(descriptor_, bytes.data(), bytes.size()); });
+      if (count < 0) return LastError();
+      bytes.remove_prefix(static_cast<std::size_t>(count));
     }
     return {};
   }
@@ -73,57 +77,34 @@ class File {
   std::error_code Flush() const { return fsync(descriptor_) == 0 ? std::error_code() : LastError(); }
 
  private:
-  int descriptor_ = -1;
+  int descriptor_;
   std::error_code openFailure_;
 };
 
-std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
-
 // The system's own rule (fs.protected_symlinks), which it does not keep everywhere: in a folder that all may write to,
 // anyone could lead the user's writing to a file that is the user's alone.
-std::error_code CheckMayBeFollowed(const std::string& path, const struct stat& link) {
+std::error_code CheckMayBeFollowed(const fs::path& path, const struct stat& link) {
   struct stat folder = {};
-  if (stat(FolderOf(path).c_str(), &folder) != 0) return LastError();
+  if (stat((path.parent_path() / "").c_str(), &folder) != 0) return LastError();
   constexpr mode_t kForAll = S_ISVTX | S_IWOTH;
   const bool isForAll = (folder.st_mode & kForAll) == kForAll;
   if (!isForAll || link.st_uid == geteuid() || link.st_uid == folder.st_uid) return {};
   return FileRefusal::LinkOfAnother;
 }
 
-// Makes `path` that of the file itself, at the end of all links; a link that leads nowhere yet is followed as well.
-std::error_code FollowLinks(std::string& path) {
+// Makes `path` that of the file itself: as spelled, or else in a spelling that differs in letter case alone, and at the
+// end of all links; a link that leads nowhere yet is followed as well.
+std::error_code Find(fs::path& path) {
+  std::error_code failure = SpellAsOnDisk(path);
   constexpr int kMostLinks = 40;
-  for (int i = 0; i < kMostLinks; ++i) {
+  for (int i = 0; i < kMostLinks && !failure; ++i) {
     struct stat status = {};
     if (lstat(path.c_str(), &status) != 0) return errno == ENOENT ? std::error_code() : LastError();
     if (!S_ISLNK(status.st_mode)) return {};
-    if (const auto refusal = CheckMayBeFollowed(path, status)) return refusal;
-    std::string target(PATH_MAX, '\0');
-    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-    if (length < 0) return LastError();
-    target.resize(static_cast<std::size_t>(length));
-    path = target.starts_with('/') ? target : FolderOf(path).append(target);
+    failure = CheckMayBeFollowed(path, status);
+    if (!failure) path = path.parent_path() / fs::read_symlink(path, failure);
   }
-  return std::make_error_code(std::errc::too_many_symbolic_link_levels);
-}
-
-// The file itself: as spelled, or else in a spelling that differs in letter case alone, and behind all links.
-std::error_code Find(HostPath& path) {
-  if (const auto failure = SpellAsOnDisk(path)) return failure;
-  return FollowLinks(path.text);
-}
-
-// Most files are there as spelled, and no links.
-File OpenForReading(const HostPath& path) {
-  constexpr int kFlags = O_RDONLY | O_NONBLOCK;  // opening a pipe shall not wait for someone to write into it
-  File file(path.text, kFlags);
-  if (file.OpenFailure() != std::errc::no_such_file_or_directory &&
-      file.OpenFailure() != std::errc::too_many_symbolic_link_levels) {
-    return file;
-  }
-  HostPath found = path;
-  if (const auto failure = Find(found)) return File(failure);
-  return {found.text, kFlags};
+  return failure ? failure : std::make_error_code(std::errc::too_many_symbolic_link_levels);
 }
 
 std::error_code CheckIsFile(const struct stat& status) {
@@ -132,7 +113,7 @@ std::error_code CheckIsFile(const struct stat& status) {
   return {};
 }
 
-std::error_code CheckMayBeReplaced(const std::string& path, const struct stat& old) {
+std::error_code CheckMayBeReplaced(const fs::path& path, const struct stat& old) {
   constexpr mode_t kAnyonesWrite = S_IWUSR | S_IWGRP | S_IWOTH;  // read-only means read-only, also to root
   if (const auto refusal = CheckIsFile(old)) return refusal;
   if (access(path.c_str(), W_OK) != 0) return LastError();
@@ -142,10 +123,10 @@ std::error_code CheckMayBeReplaced(const std::string& path, const struct stat& o
 // Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
 // can be. The number is the tool's folder's, so tools of different folders that write one game's module file do not
 // share it; those of one folder have the lock.
-std::string NewFileBeside(const std::string& path) {
+fs::path NewFileBeside(const fs::path& path) {
   struct stat tool = {};
-  stat(BesideExecutable("").text.c_str(), &tool);
-  return FolderOf(path) + ".gantrel-new-" + std::to_string(tool.st_ino);
+  stat(BesideExecutable("").c_str(), &tool);
+  return path.parent_path() / (".gantrel-new-" + std::to_string(tool.st_ino));
 }
 
 // The permissions must be kept, where the disk has any, and come last since a new owner clears some. The owner can be
@@ -163,8 +144,8 @@ std::error_code KeepOwnerAndPermissions(const File& file, const struct stat& old
 
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
 // The new file is made, never opened: a link or another file that somebody has put under its name is not written to.
-std::error_code ReplaceByRenaming(const std::string& path, std::string_view bytes, const struct stat* old) {
-  const std::string newPath = NewFileBeside(path);
+std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, const struct stat* old) {
+  const fs::path newPath = NewFileBeside(path);
   unlink(newPath.c_str());
   File file(newPath, O_WRONLY | O_CREAT | O_EXCL, 0666);
   if (!file.IsOpen()) return file.OpenFailure();
@@ -185,9 +166,9 @@ std::error_code Overwrite(const File& file, std::string_view bytes) {
 }
 
 // Where the folder takes no new file. The old bytes are read first, and put back when the new ones do not fit.
-std::error_code ReplaceInPlace(const std::string& path, std::string_view bytes) {
+std::error_code ReplaceInPlace(const fs::path& path, std::string_view bytes) {
   std::string old;
-  if (const auto failure = ReadFile({path}, old)) return failure;
+  if (const auto failure = ReadFile(path, old)) return failure;
   const File file(path, O_WRONLY);
   if (!file.IsOpen()) return file.OpenFailure();
   const auto failure = Overwrite(file, bytes);
@@ -216,7 +197,7 @@ std::string Reason(const std::error_code& failure) {
 ToolLock LockTool() {
   constexpr auto kMoment = std::chrono::milliseconds(1);
   constexpr auto kPatience = std::chrono::seconds(5);
-  const auto folder = std::make_shared<File>(BesideExecutable("").text, O_RDONLY | O_DIRECTORY);
+  const auto folder = std::make_shared<File>(BesideExecutable(""), O_RDONLY | O_DIRECTORY);
   const auto end = std::chrono::steady_clock::now() + kPatience;
   while (flock(folder->Descriptor(), LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK && errno != EINTR) return {};
@@ -226,30 +207,41 @@ ToolLock LockTool() {
   return {folder, {}};
 }
 
-std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t most) {
+// To the end, wherever it is: some files of the system have more bytes than they say.
+std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
+  constexpr std::size_t kAtOnce = std::size_t{64} * 1024;
   bytes.clear();
-  if (!path.text.starts_with('/')) return FileRefusal::FolderUnknown;
-  const File file = OpenForReading(path);
+  if (!path.is_absolute()) return FileRefusal::FolderUnknown;
+  fs::path found = path;
+  if (const auto failure = Find(found)) return failure;
+  const File file(found, O_RDONLY | O_NONBLOCK);  // opening a pipe shall not wait for someone to write into it
   if (!file.IsOpen()) return file.OpenFailure();
   struct stat status = {};
   if (fstat(file.Descriptor(), &status) != 0) return LastError();
   if (const auto refusal = CheckIsFile(status)) return refusal;
-  return ReadToEnd(static_cast<std::size_t>(status.st_size), most, bytes,
-                   [&file](char* room, std::size_t size, std::size_t& count) { return file.Read(room, size, count); });
+  std::error_code failure;
+  for (std::size_t before = 1; !failure && bytes.size() != before && bytes.size() <= most;) {
+    before = bytes.size();
+    failure = file.Read(bytes, kAtOnce);
+  }
+  if (failure) bytes.clear();
+  if (bytes.size() <= most) return failure;
+  bytes.resize(most);
+  return FileRefusal::TooLarge;
 }
 
-std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
-  if (!path.text.starts_with('/')) return FileRefusal::FolderUnknown;
-  HostPath target = path;
+std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
+  if (!path.is_absolute()) return FileRefusal::FolderUnknown;
+  fs::path target = path;
   if (const auto failure = Find(target)) return failure;
   struct stat old = {};
-  const bool isThere = lstat(target.text.c_str(), &old) == 0;
+  const bool isThere = lstat(target.c_str(), &old) == 0;
   if (!isThere && errno != ENOENT) return LastError();
   if (isThere) {
-    if (const auto refusal = CheckMayBeReplaced(target.text, old)) return refusal;
+    if (const auto refusal = CheckMayBeReplaced(target, old)) return refusal;
   }
-  const std::error_code failure = ReplaceByRenaming(target.text, bytes, isThere ? &old : nullptr);
-  return isThere && OnlyTheFolderRefused(failure) ? ReplaceInPlace(target.text, bytes) : failure;
+  const std::error_code failure = ReplaceByRenaming(target, bytes, isThere ? &old : nullptr);
+  return isThere && OnlyTheFolderRefused(failure) ? ReplaceInPlace(target, bytes) : failure;
 }
 
 }  // namespace platform

@@ -1,7 +1,6 @@
 #include "platform/linux/launchers.h"
 
 #include <glob.h>
-#include <sys/stat.h>
 #include <yaml.h>
 
 #include <cstddef>
@@ -11,10 +10,12 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <system_error>
 
 #include "platform/files.h"
 #include "platform/linux/drives.h"
+
+namespace fs = std::filesystem;
 
 namespace platform {
 namespace {
@@ -38,12 +39,12 @@ constexpr const char* kBottlesOwn = "{.local/share,.var/app/com.usebottles.bottl
 constexpr std::size_t kMostToParse = std::size_t{2} * 1024 * 1024;
 constexpr int kDeepest = 20;
 
-using Paths = std::vector<std::string>;
+using Paths = std::vector<fs::path>;
 
 // Whatever is no absolute path is left out.
-void AddPath(std::string text, Paths& paths) {
-  if (text.starts_with("~/")) text.replace(0, 1, HomeFolder());
-  if (text.starts_with('/')) paths.push_back(std::move(text));
+void AddPath(const std::string& text, Paths& paths) {
+  const fs::path path = text.starts_with("~/") ? HomeFolder() / text.substr(2) : fs::path(text);
+  if (path.is_absolute()) paths.push_back(path);
 }
 
 // The texts in quotes, and whatever stands between them. Steam's files are made of these alone, and escape as this
@@ -76,10 +77,10 @@ void AddPathsOfYaml(std::string_view bytes, Paths& paths) {
 
 // All paths that a launcher's file has, under whatever key: what is there tells which of them are prefixes or
 // libraries, so that no change of the keys can hide one. None of a file that takes more than the room that is left.
-Paths PathsIn(const std::string& file, void (*addPaths)(std::string_view, Paths&), std::size_t& room) {
+Paths PathsIn(const fs::path& file, void (*addPaths)(std::string_view, Paths&), std::size_t& room) {
   Paths paths;
   std::string bytes;
-  if (ReadFile({file}, bytes, room)) return paths;
+  if (ReadFile(file, bytes, room)) return paths;
   room -= bytes.size();
   addPaths(bytes, paths);
   return paths;
@@ -89,34 +90,35 @@ Paths PathsIn(const std::string& file, void (*addPaths)(std::string_view, Paths&
 class Folders {
  public:
   // Where the folder has no such file or folder inside, it is passed over.
-  void Add(const std::string& folder, const char* mark) {
-    struct stat status = {};
-    if (stat((folder + mark).c_str(), &status) != 0 || stat(folder.c_str(), &status) != 0) return;
-    if (known_.emplace(status.st_dev, status.st_ino).second) folders_.push_back({folder});
+  void Add(const fs::path& folder, const char* mark) {
+    std::error_code failure;
+    const fs::path followed = fs::canonical(folder, failure);
+    const bool isThere = !failure && fs::exists(folder / mark, failure);
+    if (isThere && known_.insert(followed).second) folders_.push_back(folder);
   }
 
   // With Proton, the prefix is inside the folder that the launcher knows.
-  void AddPrefix(const std::string& folder) {
-    for (const char* const inside : {"", "/pfx"}) Add(folder + inside, "/system.reg");
+  void AddPrefix(const fs::path& folder) {
+    for (const fs::path& prefix : {folder, folder / "pfx"}) Add(prefix, "system.reg");
   }
 
-  std::vector<HostPath> Take() { return std::move(folders_); }
+  const Paths& All() const { return folders_; }
 
  private:
-  std::set<std::pair<dev_t, ino_t>> known_;
-  std::vector<HostPath> folders_;
+  std::set<fs::path> known_;  // with all links followed
+  Paths folders_;
 };
 
 }  // namespace
 
-std::vector<std::string> Matches(std::string_view folder, const char* pattern) {
+std::vector<fs::path> Glob(const fs::path& folder, const char* pattern) {
   std::string whole;
-  for (const char c : folder) {
+  for (const char c : folder.native()) {
     if (std::string_view(R"(*?[]{},~\)").find(c) != std::string_view::npos) whole += '\\';
     whole += c;
   }
   glob_t found = {};
-  std::vector<std::string> paths;
+  Paths paths;
   if (glob(whole.append("/").append(pattern).c_str(), GLOB_BRACE, nullptr, &found) == 0) {
     const std::span names(found.gl_pathv, found.gl_pathc);
     paths.assign(names.begin(), names.end());
@@ -125,45 +127,45 @@ std::vector<std::string> Matches(std::string_view folder, const char* pattern) {
   return paths;
 }
 
-std::vector<HostPath> SteamLibraries() {
+std::vector<fs::path> SteamLibraries() {
   std::size_t room = kMostToParse;
   Folders libraries;
-  for (const std::string& steam : Matches(HomeFolder(), kSteam)) {
-    libraries.Add(steam, "/steamapps");
-    for (const std::string& list : Matches(steam, "{steamapps,config}/libraryfolders.vdf")) {
-      for (const std::string& library : PathsIn(list, AddPathsOfSteam, room)) libraries.Add(library, "/steamapps");
+  for (const fs::path& steam : Glob(HomeFolder(), kSteam)) {
+    libraries.Add(steam, "steamapps");
+    for (const fs::path& list : Glob(steam, "{steamapps,config}/libraryfolders.vdf")) {
+      for (const fs::path& library : PathsIn(list, AddPathsOfSteam, room)) libraries.Add(library, "steamapps");
     }
   }
-  return libraries.Take();
+  return libraries.All();
 }
 
-std::vector<HostPath> Prefixes() {
-  const std::string home = HomeFolder();
+std::vector<fs::path> Prefixes() {
+  const fs::path home = HomeFolder();
   Folders prefixes;
-  const auto addMatches = [&](const std::string& folder, const char* pattern) {
-    for (const std::string& prefix : Matches(folder, pattern)) prefixes.AddPrefix(prefix);
+  const auto addMatches = [&](const fs::path& folder, const char* pattern) {
+    for (const fs::path& prefix : Glob(folder, pattern)) prefixes.AddPrefix(prefix);
   };
   std::size_t room = kMostToParse;
   const auto addNamedIn = [&](const char* pattern) {
     Folders named;
-    for (const std::string& file : Matches(home, pattern)) {
-      for (const std::string& path : PathsIn(file, AddPathsOfYaml, room)) named.Add(path, "/.");
+    for (const fs::path& file : Glob(home, pattern)) {
+      for (const fs::path& path : PathsIn(file, AddPathsOfYaml, room)) named.Add(path, ".");
     }
-    for (const HostPath& folder : named.Take()) {
-      prefixes.AddPrefix(folder.text);
-      addMatches(folder.text, "{*,default/*}");
+    for (const fs::path& folder : named.All()) {
+      prefixes.AddPrefix(folder);
+      addMatches(folder, "{*,default/*}");
     }
   };
 
-  if (const auto own = PrefixFolder()) prefixes.AddPrefix(own->text);
-  prefixes.AddPrefix(home + "/.wine");
-  for (const HostPath& library : SteamLibraries()) addMatches(library.text, "steamapps/compatdata/*");
+  if (const auto own = PrefixFolder()) prefixes.AddPrefix(*own);
+  prefixes.AddPrefix(home / ".wine");
+  for (const fs::path& library : SteamLibraries()) addMatches(library, "steamapps/compatdata/*");
   addNamedIn(kHeroic);
   addMatches(home, kHeroicsOwn);
   addNamedIn(kLutris);
   addNamedIn(kBottles);
   addMatches(home, kBottlesOwn);
-  return prefixes.Take();
+  return prefixes.All();
 }
 
 }  // namespace platform

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <string>
-#include <string_view>
+#include <filesystem>
 #include <vector>
-
-#include "platform/paths.h"
 
 // The compatibility prefixes of this user: the tool's own, and those that Steam, Heroic, Lutris and Bottles keep, be
 // they packages of the system, Flatpaks or Snaps. Looked for anew at every call, below the user's home folder and in
@@ -14,13 +11,13 @@ namespace platform {
 
 // Each once, however many links lead to it, in the order in which their registries are asked: the tool's own, the one
 // in the home folder, then Steam's, Heroic's, Lutris' and Bottles'. Each has a `system.reg`.
-std::vector<HostPath> Prefixes();
+std::vector<std::filesystem::path> Prefixes();
 
 // The folders of Steam's libraries, each once. Each has a folder `steamapps`.
-std::vector<HostPath> SteamLibraries();
+std::vector<std::filesystem::path> SteamLibraries();
 
 // What is in the folder and matches the shell's pattern, with full paths, sorted; braces offer a choice. The folder's
 // own name may have any characters.
-std::vector<std::string> Matches(std::string_view folder, const char* pattern);
+std::vector<std::filesystem::path> Glob(const std::filesystem::path& folder, const char* pattern);
 
 }  // namespace platform

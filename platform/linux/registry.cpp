@@ -13,11 +13,11 @@ namespace {
 
 // Brings a prefix's value into the form that is given; whether that can be. Paths there are on the prefix's own drives,
 // and everybody else speaks of those of the tool's prefix: the drives of another one have other letters, or none.
-bool Give(const HostPath& prefix, const std::optional<HostPath>& own, RegistryValue& value) {
+bool Give(const std::filesystem::path& prefix, const std::optional<std::filesystem::path>& own, RegistryValue& value) {
   if (value.data.size() > kMostValueBytes) return false;
   const std::string_view text = std::string_view(value.data).substr(0, value.data.find('\0'));
   const bool mayBePath = (value.type == kRegSz || value.type == kRegExpandSz) && text.find(':') == 1;
-  if (mayBePath && !(own && own->text == prefix.text)) {
+  if (mayBePath && !(own && *own == prefix)) {
     const auto path = MapBetween(prefix, own, text);
     if (!path) return false;
     value.data = *path + '\0';
@@ -36,8 +36,8 @@ std::vector<std::optional<RegistryValue>> ReadRegistry(std::int32_t root, std::s
   constexpr std::size_t kMost = std::size_t{128} * 1024 * 1024;  // a full prefix has tens of megabytes
   std::string file;
   const auto own = PrefixFolder();
-  for (const HostPath& prefix : Prefixes()) {
-    if (ReadFile({prefix.text + "/system.reg"}, file, kMost)) continue;
+  for (const std::filesystem::path& prefix : Prefixes()) {
+    if (ReadFile(prefix / "system.reg", file, kMost)) continue;
     auto found = FindRegistryValues(file, keyNames, valueName);
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (!values[i] && found[i] && Give(prefix, own, *found[i])) values[i] = std::move(found[i]);

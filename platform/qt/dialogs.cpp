@@ -65,21 +65,21 @@ QStringList NameFilters(std::span<const FileFilter> filters) {
 }
 
 // By way of UTF-8, since Qt's conversion to it never fails.
-HostPath FromQtPath(const QString& path) {
+std::filesystem::path FromQtPath(const QString& path) {
   const QByteArray text = path.toUtf8();
-  return {std::filesystem::path(std::u8string(text.begin(), text.end())).make_preferred().native()};
+  return std::filesystem::path(std::u8string(text.begin(), text.end())).make_preferred();
 }
 
 // Nothing for a path that Qt cannot express: on Linux, one with a name that is not UTF-8.
-std::optional<QString> ToQtPath(const HostPath& path) {
-  const std::u8string text = std::filesystem::path(path.text).u8string();
+std::optional<QString> ToQtPath(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
   if (!QUtf8StringView(text).isValidUtf8()) return std::nullopt;
   return QString::fromUtf8(text.c_str());
 }
 
 // The first of these that is a folder; empty when none is.
-QString FirstFolder(const std::vector<HostPath>& folders) {
-  for (const HostPath& folder : folders) {
+QString FirstFolder(const std::vector<std::filesystem::path>& folders) {
+  for (const std::filesystem::path& folder : folders) {
     const auto path = ToQtPath(folder);
     if (path && QFileInfo(*path).isDir()) return *path;
   }
@@ -131,12 +131,12 @@ void NamePlaces(QListView& sideBar, const QList<QUrl>& places) {
 }
 
 // The system's own dialog has neither such places nor a way to show what is hidden, as the folders of Steam are.
-void OfferPlaces(QFileDialog& dialog, const std::vector<HostPath>& places) {
+void OfferPlaces(QFileDialog& dialog, const std::vector<std::filesystem::path>& places) {
   if (places.empty()) return;
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFilter(dialog.filter() | QDir::Hidden);
   QList<QUrl> urls;
-  for (const HostPath& place : places) {
+  for (const std::filesystem::path& place : places) {
     if (const auto path = ToQtPath(place)) urls << QUrl::fromLocalFile(*path);
   }
   dialog.setSidebarUrls(urls);
@@ -215,7 +215,7 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
     dialog->selectFile(QFileInfo(ToQtPath(AsSpelledOnDisk(FromQtPath(offered))).value_or(offered)).fileName());
     if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
 
-    const HostPath chosen = FromQtPath(dialog->selectedFiles().front());
+    const std::filesystem::path chosen = FromQtPath(dialog->selectedFiles().front());
     auto path = ToWindowsPath(chosen);
     const std::size_t folderLength = path ? path->rfind('\\') + 1 : 0;
     if (path && folderLength <= settings.longestFolder) {

@@ -6,10 +6,13 @@
 
 #include "platform/windows/system.h"
 
-namespace platform {
-std::vector<HostPath> GamePlaces() { return {}; }
+namespace fs = std::filesystem;
 
-std::vector<HostPath> StartFolders(std::string_view /*fileName*/) { return {}; }
+namespace platform {
+
+std::vector<fs::path> GamePlaces() { return {}; }
+
+std::vector<fs::path> StartFolders(std::string_view /*fileName*/) { return {}; }
 
 // Below a key that ends with the session, no key can be made that does not.
 void WithoutTraces(const std::function<void()>& act) {

@@ -8,9 +8,12 @@
 #include <utility>
 #include <vector>
 
+#include "platform/paths.h"
 #include "platform/read_to_end.h"
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
+
+namespace fs = std::filesystem;
 
 namespace platform {
 namespace {
@@ -240,7 +243,7 @@ DWORD Overwrite(const File& file, std::string_view bytes) {
 // fit.
 std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes) {
   std::string old;
-  if (const auto failure = ReadFile({path}, old)) return failure;
+  if (const auto failure = ReadFile(path, old)) return failure;
   const File file(path, GENERIC_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   const DWORD failure = Overwrite(file, bytes);
@@ -275,9 +278,9 @@ ToolLock LockTool() {
   return {std::shared_ptr<void>(mutex, [opened](HANDLE held) { ReleaseMutex(held); }), {}};
 }
 
-std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t most) {
+std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
   bytes.clear();
-  if (!IsAbsolute(path)) return FileRefusal::FolderUnknown;
+  if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // which opens folders, too
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   BY_HANDLE_FILE_INFORMATION information = {};
@@ -289,8 +292,8 @@ std::error_code ReadFile(const HostPath& path, std::string& bytes, std::size_t m
 }
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.
-std::error_code ReplaceFile(const HostPath& path, std::string_view bytes) {
-  if (!IsAbsolute(path)) return FileRefusal::FolderUnknown;
+std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
+  if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   std::wstring target = ToSystem(AsSpelledOnDisk(path));
   if (IsDevice(target)) return FileRefusal::NotOrdinary;
   const DWORD attributes = GetFileAttributesW(target.c_str());

@@ -8,6 +8,8 @@
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 
+namespace fs = std::filesystem;
+
 namespace platform {
 namespace {
 
@@ -52,25 +54,12 @@ bool IsOffered(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
   return !isLink || IsThere(folder + entry.cFileName);
 }
 
-// Where the first name begins in a complete path: behind the drive, or behind the server and its share.
-std::size_t EndOfRoot(std::wstring_view path) {
-  const bool isShare = path.starts_with(kLiteralShare) || (path.starts_with(kShare) && !path.starts_with(kLiteral));
-  std::size_t end = path.starts_with(kLiteralShare) ? kLiteralShare.size()
-                    : path.starts_with(kLiteral)    ? kLiteral.size()
-                    : isShare                       ? kShare.size()
-                                                    : 0;
-  for (int names = isShare ? 2 : 1; names > 0 && end < path.size(); --names) {
-    end = std::min(path.find(L'\\', end), path.size() - 1) + 1;
-  }
-  return end;
-}
-
 // `folder`, which ends in a separator, with the name behind it as it is spelled there; as given when it is not there,
-// or when the system does not tell, which then finds the file all the same.
+// or when the system does not tell, which then finds the file all the same. So a drive, a server and its share stay.
 std::wstring Spelling(std::wstring folder, const std::wstring& name) {
   const std::wstring path = folder + name;
   WIN32_FIND_DATAW entry = {};
-  const bool isPattern = name.empty() || name.find_first_of(L"*?<>\"") != std::wstring::npos;
+  const bool isPattern = name.empty() || name.find_first_of(L":*?<>\"") != std::wstring::npos;
   HANDLE const find = isPattern
                           ? INVALID_HANDLE_VALUE
                           : FindFirstFileExW(path.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0);
@@ -88,12 +77,10 @@ bool IsDrive(char letter) {
 
 }  // namespace
 
-bool IsAbsolute(const HostPath& path) { return path.text.starts_with(kShare) || path.text.find(L":\\") == 1; }
-
-std::wstring ToSystem(const HostPath& path) {
-  std::wstring whole = AskForText(
-      [&path](wchar_t* room, DWORD size) { return GetFullPathNameW(path.text.c_str(), size, room, nullptr); });
-  if (whole.empty()) return path.text;
+std::wstring ToSystem(const fs::path& path) {
+  std::wstring whole =
+      AskForText([&path](wchar_t* room, DWORD size) { return GetFullPathNameW(path.c_str(), size, room, nullptr); });
+  if (whole.empty()) return path.native();
   constexpr std::size_t kShort = MAX_PATH - 12;  // what a folder's path may take, so that it has room for a file's name
   if (whole.size() < kShort || whole.starts_with(kLiteral) || IsDevice(whole)) return whole;
   if (!whole.starts_with(kShare)) return whole.insert(0, kLiteral);
@@ -102,43 +89,42 @@ std::wstring ToSystem(const HostPath& path) {
 
 bool IsDevice(std::wstring_view systemPath) { return systemPath.starts_with(kDevice); }
 
-HostPath BesideExecutable(std::string_view name) {
+fs::path BesideExecutable(std::string_view name) {
   std::wstring path = AskForText([](wchar_t* room, DWORD size) { return GetModuleFileNameW(nullptr, room, size); });
   path.resize(path.rfind(L'\\') + 1);
   if (path.empty()) path = L".\\";
   path += ToWide(ToUtf16(name));
   std::ranges::replace(path, L'/', L'\\');
-  return {path};
+  return path;
 }
 
 // Drives and shares are the system's own.
-std::optional<HostPath> ToHostPath(std::string_view windowsPath) {
+std::optional<fs::path> ToHostPath(std::string_view windowsPath) {
   std::wstring path = ToWide(ToUtf16(windowsPath));
   std::ranges::replace(path, L'/', L'\\');
-  if (path.starts_with(kShare)) return HostPath{path};
+  if (path.starts_with(kShare)) return path;
   const bool hasDrive = windowsPath.size() >= 2 && IsLetter(windowsPath[0]) && windowsPath[1] == ':';
   if (!hasDrive || !IsDrive(windowsPath[0])) return std::nullopt;
   if (!path.substr(2).starts_with(L'\\')) path.insert(2, 1, L'\\');  // never the drive's current folder
-  return HostPath{path};
+  return path;
 }
 
 // The system finds a file in any spelling, but a new file would take the name as given.
-HostPath AsSpelledOnDisk(const HostPath& path) {
+fs::path AsSpelledOnDisk(const fs::path& path) {
   const std::wstring given = ToSystem(path);
   if (IsDevice(given)) return path;
-  std::size_t begin = EndOfRoot(given);
-  std::wstring spelled = given.substr(0, begin);
-  while (begin < given.size()) {
+  std::wstring spelled;
+  for (std::size_t begin = 0; begin < given.size();) {
     const std::size_t end = std::min(given.find(L'\\', begin), given.size());
     spelled = Spelling(std::move(spelled), given.substr(begin, end - begin));
     begin = std::min(end + 1, given.size());
     if (end < given.size()) spelled += L'\\';
   }
-  return {spelled};
+  return spelled;
 }
 
-std::optional<std::string> ToWindowsPath(const HostPath& path) {
-  std::wstring text = path.text;
+std::optional<std::string> ToWindowsPath(const fs::path& path) {
+  std::wstring text = path.native();
   std::ranges::replace(text, L'/', L'\\');
   if (text.starts_with(kLiteralShare)) {
     text.replace(0, kLiteralShare.size(), kShare);
@@ -148,7 +134,7 @@ std::optional<std::string> ToWindowsPath(const HostPath& path) {
   return FromUtf16Exactly(ToUnits(text));
 }
 
-std::string Shown(const HostPath& path) { return FromUtf16(ToUnits(path.text)); }
+std::string Shown(const fs::path& path) { return FromUtf16(ToUnits(path.native())); }
 
 std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
   const auto path = ToHostPath(windowsPath);

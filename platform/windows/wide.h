@@ -1,9 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
-
-#include "platform/paths.h"
 
 // The system's functions take UTF-16 as wchar_t, the rest of the tool has it as char16_t.
 namespace platform {
@@ -11,12 +10,9 @@ namespace platform {
 inline std::wstring ToWide(std::u16string_view text) { return {text.begin(), text.end()}; }
 inline std::u16string ToUnits(std::wstring_view text) { return {text.begin(), text.end()}; }
 
-// Whether the path says where it begins, and does not lead from the current folder.
-bool IsAbsolute(const HostPath& path);
-
 // The path in the form in which the system takes any length of it, whatever its settings: complete, with backslashes,
 // without "." and "..", and with the mark of a literal path where it is long.
-std::wstring ToSystem(const HostPath& path);
+std::wstring ToSystem(const std::filesystem::path& path);
 
 // Whether a path in that form leads to a device, such as `NUL`, rather than into a file system.
 bool IsDevice(std::wstring_view systemPath);

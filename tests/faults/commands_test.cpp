@@ -110,7 +110,7 @@ const Command kCommands[] = {
     {"AddGame", "New", kOpenSetup, kAddGame, 4, 1},
     {"RemoveGame", "Delete", kOpenSetup, ClickAndAnswer("cmdDelete"), 4, 1},
     {"Start", "Gantrel", {}, kStart, 2, 0},
-    {"FirstStart", "DoW Installation Setup", {}, kStart, 13, 1, true},
+    {"FirstStart", "DoW Installation Setup", {}, kStart, 8, 1, true},
 };
 
 // What a command leaves, on the disk and on the screen.

@@ -22,7 +22,6 @@ using faults::calls;
 using faults::Fault;
 using platform::BesideExecutable;
 using platform::FileRefusal;
-using platform::HostPath;
 using support::ExecutableFolder;
 using Content = std::optional<std::string>;  // of a file; nothing when it is missing
 
@@ -38,9 +37,9 @@ bool IsTrueReason(const std::error_code& failure, const Fault& fault) {
          failure == FileRefusal::FolderUnknown || (failure == FileRefusal::Busy && fault.isForGood);
 }
 
-std::error_code Replace(const HostPath& path) { return platform::ReplaceFile(path, kNew); }
+std::error_code Replace(const fs::path& path) { return platform::ReplaceFile(path, kNew); }
 
-std::error_code Read(const HostPath& path) {
+std::error_code Read(const fs::path& path) {
   std::string bytes;
   const auto failure = platform::ReadFile(path, bytes);
   EXPECT_TRUE(failure ? bytes.empty() : bytes == kOld || bytes == kLarge);
@@ -48,20 +47,20 @@ std::error_code Read(const HostPath& path) {
 }
 
 // What cannot be listed whole is not listed; the reason is not told.
-std::error_code List(const HostPath& /*path*/) {
+std::error_code List(const fs::path& /*path*/) {
   const auto names = platform::ListSubfolders("C:\\My T\xF6\xF6ls");
   EXPECT_TRUE(!names || *names == std::vector<std::string>{"Gantrel"});
   return names ? std::error_code() : std::error_code(calls.fault.reason, std::system_category());
 }
 
-HostPath InItsSpelling() { return BesideExecutable("File.txt"); }
-HostPath InAnotherSpelling() { return BesideExecutable("fILE.TXT"); }
-HostPath ByALink() { return {(support::Root() / "link").native()}; }
+fs::path InItsSpelling() { return BesideExecutable("File.txt"); }
+fs::path InAnotherSpelling() { return BesideExecutable("fILE.TXT"); }
+fs::path ByALink() { return support::Root() / "link"; }
 
 struct Row {
   const char* name;
-  std::error_code (*act)(const HostPath&);
-  HostPath (*path)();
+  std::error_code (*act)(const fs::path&);
+  fs::path (*path)();
   Content before = kOld;
   bool takesNewFiles = true;
 };
@@ -73,7 +72,7 @@ class Faults : public testing::TestWithParam<Row> {
   void SetUp() override {
     support::Reset();
     support::WriteFile(file_, kOld);
-    if (GetParam().path == ByALink) faults::MakeLink(ByALink().text, file_);
+    if (GetParam().path == ByALink) faults::MakeLink(ByALink(), file_);
   }
 
   std::error_code Act(const Fault& fault, bool areHalf) {
@@ -94,7 +93,7 @@ class Faults : public testing::TestWithParam<Row> {
     EXPECT_FALSE(passes && failure);
     EXPECT_TRUE(!failure || IsTrueReason(failure, fault));
     EXPECT_LE(CountLeftOvers(), fault.isForGood ? 1 : 0);
-    EXPECT_FALSE(Replace({file_.native()}));
+    EXPECT_FALSE(Replace(file_));
     EXPECT_EQ(CountLeftOvers(), 0) << "is not taken over by the next write";
     ++tries_;
   }

@@ -24,7 +24,7 @@ const Act kSpoilSettings = [] {
 };
 
 Message Unread(const std::string& title, const std::string& outcome) {
-  const std::string file = platform::Shown({SettingsFile().native()});
+  const std::string file = platform::Shown(SettingsFile());
   return {title, file + " could not be read: Is a directory.\n\n" + outcome, "critical", {"OK"}};
 }
 

@@ -66,9 +66,8 @@ TEST(ModuleWriter, AFailureIsSaid) {
     Check(settings,
           {said.c_str(), {writeProgram, WriteMakeIni(makeIni), kWriteModule, Sees(message), Answer("OK")}, kLists});
   };
-  tryFailure(
-      FourMods(), "Header=TOP\n",
-      platform::Shown({(ExecutableFolder() / "TOP").native()}) + " could not be read: No such file or directory.");
+  tryFailure(FourMods(), "Header=TOP\n",
+             platform::Shown(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");
   tryFailure(FourMods(), "Outfile=w40K.EXE\n", game + "w40K.EXE could not be written: It is a program.");
   for (const char* const file : {"ulvane.ini", "FOOTER"}) {
     const std::string path = own + file;

@@ -27,12 +27,10 @@ using support::WriteFile;
 
 namespace {
 
-std::error_code Replace(const fs::path& file, std::string_view bytes) {
-  return platform::ReplaceFile({file.native()}, bytes);
-}
+std::error_code Replace(const fs::path& file, std::string_view bytes) { return platform::ReplaceFile(file, bytes); }
 std::error_code Read(const fs::path& file) {
   std::string bytes;
-  return platform::ReadFile({file.native()}, bytes);
+  return platform::ReadFile(file, bytes);
 }
 
 // A folder with one file, "old", to be replaced.
@@ -99,7 +97,7 @@ TEST_F(Files, SeveralAtOnceWriteNothingButTheirOwn) {
         EXPECT_EQ(Replace(own, bytes), std::error_code());
       }
       std::string ofAnother;
-      EXPECT_EQ(platform::ReadFile({another.native()}, ofAnother), std::error_code());
+      EXPECT_EQ(platform::ReadFile(another, ofAnother), std::error_code());
       EXPECT_TRUE(!ofAnother.empty() && ofAnother.size() % 1000 == 0);
       EXPECT_EQ(ReadFile(own), bytes);
     }

@@ -1,6 +1,5 @@
 #include "tests/faults/system_calls.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -29,9 +28,6 @@ GANTREL_CALL(int, -1, stat, (const char* path, struct stat* status), path, statu
 GANTREL_CALL(int, -1, lstat, (const char* path, struct stat* status), path, status)
 GANTREL_CALL(int, -1, access, (const char* path, int mode), path, mode)
 GANTREL_CALL(int, -1, unlink, (const char* path), path)
-GANTREL_CALL(ssize_t, -1, readlink, (const char* path, char* room, size_t size), path, room, size)
-GANTREL_CALL(DIR*, nullptr, opendir, (const char* path), path)
-GANTREL_CALL(dirent*, nullptr, readdir, (DIR * entries), entries)
 
 extern "C" {
 int __real_open(const char* path, int flags, ...);

@@ -8,6 +8,7 @@
 
 #include "installations/registry_lookup.h"
 #include "platform/file_dialog.h"
+#include "platform/paths.h"
 #include "platform/registry.h"
 #include "support/user.h"
 #include "tests/support/game.h"
@@ -19,14 +20,10 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-Paths Texts(const std::vector<platform::HostPath>& paths) {
-  Paths texts;
-  for (const platform::HostPath& path : paths) texts.push_back(path.text);
-  return texts;
-}
+Paths Texts(const std::vector<fs::path>& paths) { return {paths.begin(), paths.end()}; }
 
 std::string OnZ(const fs::path& path) {
-  std::string text = "Z:" + platform::Shown({path.native()});
+  std::string text = "Z:" + platform::Shown(path);
   std::ranges::replace(text, '/', '\\');
   return text;
 }
@@ -197,7 +194,7 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
   const Act enter = Press(Key::Enter);
   const Act look = [&] {
     EXPECT_EQ(Entries("fileTypeCombo"), (Names{"W40k.exe", "All Files"}));
-    const Names places = {"~", "~/.local/share/Steam/steamapps/common", platform::Shown({disk + "/steamapps/common"}),
+    const Names places = {"~", "~/.local/share/Steam/steamapps/common", platform::Shown(disk + "/steamapps/common"),
                           "~/.wine/drive_c", "~/.local/share/Steam/steamapps/compatdata/1/pfx/drive_c"};
     EXPECT_EQ(Entries("sidebar"), places);
   };
