@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/paths.h"
-#include "platform/read_to_end.h"
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 
@@ -17,10 +14,6 @@ namespace fs = std::filesystem;
 
 namespace platform {
 namespace {
-
-// Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
-// can be; one left behind by a crash is taken over by the next write.
-constexpr std::wstring_view kNewFileName = L".gantrel-new";
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
@@ -30,7 +23,6 @@ std::error_code ToError(DWORD code) {
   const std::error_code error(static_cast<int>(code), std::system_category());
   if (code == ERROR_SUCCESS) return {};
   if (code == ERROR_INVALID_NAME) return std::make_error_code(std::errc::no_such_file_or_directory);
-  if (code == ERROR_BUSY) return FileRefusal::Busy;
   if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION) return error;
   const std::error_condition common = error.default_error_condition();
   if (common.category() != std::generic_category()) return error;
@@ -49,16 +41,14 @@ bool IsUnknown(DWORD code) {
   return code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_FUNCTION || code == ERROR_INVALID_PARAMETER;
 }
 
-constexpr DWORD kPatience = 150;             // milliseconds
-constexpr DWORD kPatienceForWriters = 5000;  // other programs of ours, which write to the disk meanwhile
-
-// The result of `attempt`, tried again while `isMomentary` says so of its result.
+// The result of `attempt`, tried again for a moment while `isMomentary` says so of its result.
 template <typename Attempt>
-DWORD Retried(Attempt attempt, bool (*isMomentary)(DWORD), DWORD patience = kPatience) {
+DWORD Retried(Attempt attempt, bool (*isMomentary)(DWORD)) {
+  constexpr DWORD kPause = 10;  // milliseconds
+  constexpr int kMostAttempts = 15;
   DWORD code = attempt();
-  for (DWORD pause = 10; patience > 0 && isMomentary(code); pause = std::min(2 * pause, patience)) {
-    Sleep(pause);
-    patience -= pause;
+  for (int i = 1; i < kMostAttempts && isMomentary(code); ++i) {
+    Sleep(kPause);
     code = attempt();
   }
   return code;
@@ -89,23 +79,22 @@ class File {
   HANDLE Handle() const { return handle_; }
   DWORD OpenFailure() const { return openFailure_; }
 
-  // Up to `size` bytes, fewer only at the file's end. `count` is how many there were.
-  DWORD Read(char* room, std::size_t size, std::size_t& count) const {
-    for (count = 0; count < size;) {
-      DWORD more = 0;
-      const DWORD wanted = static_cast<DWORD>(std::min(size - count, kMostAtOnce));
-      if (::ReadFile(handle_, room + count, wanted, &more, nullptr) == 0) return GetLastError();
-      if (more == 0) break;
-      count += more;
-    }
+  // Adds up to `most` bytes; none at the file's end.
+  DWORD Read(std::string& bytes, DWORD most) const {
+    const std::size_t before = bytes.size();
+    bytes.resize(before + most);
+    DWORD count = 0;
+    if (::ReadFile(handle_, bytes.data() + before, most, &count, nullptr) == 0) return GetLastError();
+    bytes.resize(before + count);
     return ERROR_SUCCESS;
   }
 
   DWORD Write(std::string_view bytes) const {
     while (!bytes.empty()) {
       DWORD count = 0;
-      const DWORD wanted = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
-      if (WriteFile(handle_, bytes.data(), wanted, &count, nullptr) == 0) return GetLastError();
+      if (WriteFile(handle_, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) == 0) {
+        return GetLastError();
+      }
       bytes.remove_prefix(count);
     }
     return ERROR_SUCCESS;
@@ -114,8 +103,6 @@ class File {
   DWORD Flush() const { return ResultOf(FlushFileBuffers(handle_)); }
 
  private:
-  static constexpr std::size_t kMostAtOnce = std::size_t{64} * 1024 * 1024;
-
   HANDLE handle_ = INVALID_HANDLE_VALUE;
   DWORD openFailure_ = ERROR_SUCCESS;
 };
@@ -155,38 +142,19 @@ std::vector<std::byte> AccessRights(const std::wstring& path) {
   return rights;
 }
 
-// What a file keeps when its bytes are replaced.
-struct Kept {
-  DWORD attributes = FILE_ATTRIBUTE_NORMAL;
-  FILETIME creationTime = {};
-  std::vector<std::byte> accessRights;
-};
-
-DWORD GiveWhatIsKept(const File& file, const std::wstring& path, Kept& kept) {
-  // The time is nice to have, and not on every disk. It is set together with the attributes, since wine 10 forgets that
-  // a file is hidden when its times are set alone.
-  FILE_BASIC_INFO info = {};  // where zero leaves what is there
-  info.CreationTime.LowPart = kept.creationTime.dwLowDateTime;
-  info.CreationTime.HighPart = static_cast<LONG>(kept.creationTime.dwHighDateTime);
-  info.FileAttributes = kept.attributes;
-  SetFileInformationByHandle(file.Handle(), FileBasicInfo, &info, sizeof info);
-  if (kept.accessRights.empty()) return ERROR_SUCCESS;
-  return ResultOf(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, kept.accessRights.data()));
+// That of the tool's folder, whichever path leads to it; empty where the system does not tell.
+std::wstring ToolNumber() {
+  const File folder(ToSystem(BesideExecutable("")), FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+  BY_HANDLE_FILE_INFORMATION information = {};
+  if (!folder.IsOpen() || GetFileInformationByHandle(folder.Handle(), &information) == 0) return {};
+  return L"-" + std::to_wstring(information.dwVolumeSerialNumber) + L"-" + std::to_wstring(information.nFileIndexHigh) +
+         L"-" + std::to_wstring(information.nFileIndexLow);
 }
 
-// A file that nobody else may write, rename or remove while it is open. What is found under its name was left behind,
-// or is being written by a tool of another folder.
-DWORD CreateNewFile(const std::wstring& path, DWORD attributes, std::optional<File>& file) {
-  const auto create = [&] {
-    const DWORD removal = ResultOf(DeleteFileW(path.c_str()));
-    if (IsHeld(removal)) return removal;
-    file.emplace(path, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
-    const bool wasOvertaken = file->OpenFailure() == ERROR_FILE_EXISTS && removal != ERROR_ACCESS_DENIED;
-    return wasOvertaken ? ERROR_SHARING_VIOLATION : file->OpenFailure();
-  };
-  const DWORD failure = Retried(create, IsHeld, kPatienceForWriters);
-  return IsHeld(failure) ? ERROR_BUSY : failure;
-}
+// Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
+// can be. The number is the tool's folder's, so tools of different folders that write one game's module file do not
+// share it; those of one folder have the lock.
+fs::path NewFileBeside(const fs::path& path) { return path.parent_path() / (L".gantrel-new" + ToolNumber()); }
 
 // One renaming over the old file. The system's own ReplaceFile keeps as much, but moves the old file away before the
 // new one takes its name: for a moment, and after a crash for good, there would be nothing under the name. It is the
@@ -219,16 +187,19 @@ void Remove(const File& file) {
 }
 
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
-DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, Kept* kept) {
-  std::optional<File> file;
-  const std::wstring newPath = path.substr(0, path.rfind(L'\\') + 1).append(kNewFileName);
-  DWORD failure = CreateNewFile(newPath, kept != nullptr ? kept->attributes : FILE_ATTRIBUTE_NORMAL, file);
-  if (failure != ERROR_SUCCESS) return failure;
-  failure = file->Write(bytes);
-  if (failure == ERROR_SUCCESS && kept != nullptr) failure = GiveWhatIsKept(*file, newPath, *kept);
-  if (failure == ERROR_SUCCESS) failure = file->Flush();
-  if (failure == ERROR_SUCCESS) failure = TakeTheName(*file, path);
-  if (failure != ERROR_SUCCESS) Remove(*file);
+DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, DWORD attributes,
+                        std::vector<std::byte> accessRights) {
+  const std::wstring newPath = NewFileBeside(path);
+  DeleteFileW(newPath.c_str());  // what a killed program has left
+  const File file(newPath, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
+  if (!file.IsOpen()) return file.OpenFailure();
+  DWORD failure = file.Write(bytes);
+  if (failure == ERROR_SUCCESS && !accessRights.empty()) {
+    failure = ResultOf(SetFileSecurityW(newPath.c_str(), DACL_SECURITY_INFORMATION, accessRights.data()));
+  }
+  if (failure == ERROR_SUCCESS) failure = file.Flush();
+  if (failure == ERROR_SUCCESS) failure = TakeTheName(file, path);
+  if (failure != ERROR_SUCCESS) Remove(file);
   return failure;
 }
 
@@ -263,32 +234,34 @@ bool OnlyTheExchangeWasRefused(DWORD code) {
 
 std::string Reason(const std::error_code& failure) { return failure.message(); }
 
-// Named after the folder itself, whichever path leads to it. The system releases it when the program ends.
+// The system releases it when the program ends.
 ToolLock LockTool() {
-  const File folder(ToSystem(BesideExecutable("")), FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-  BY_HANDLE_FILE_INFORMATION information = {};
-  if (!folder.IsOpen() || GetFileInformationByHandle(folder.Handle(), &information) == 0) return {};
-  const std::wstring name = L"Global\\Gantrel-" + std::to_wstring(information.dwVolumeSerialNumber) + L"-" +
-                            std::to_wstring(information.nFileIndexHigh) + L"-" +
-                            std::to_wstring(information.nFileIndexLow);
-  HANDLE const mutex = CreateMutexW(nullptr, FALSE, name.c_str());
+  constexpr DWORD kPatience = 5000;  // milliseconds
+  const std::wstring number = ToolNumber();
+  HANDLE const mutex = number.empty() ? nullptr : CreateMutexW(nullptr, FALSE, (L"Global\\Gantrel" + number).c_str());
   if (mutex == nullptr) return {};
   const std::shared_ptr<void> opened(mutex, CloseHandle);
-  if (WaitForSingleObject(mutex, kPatienceForWriters) == WAIT_TIMEOUT) return {nullptr, FileRefusal::Busy};
+  if (WaitForSingleObject(mutex, kPatience) == WAIT_TIMEOUT) return {nullptr, FileRefusal::Busy};
   return {std::shared_ptr<void>(mutex, [opened](HANDLE held) { ReleaseMutex(held); }), {}};
 }
 
 std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
+  constexpr DWORD kAtOnce = 64 * 1024;
   bytes.clear();
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // which opens folders, too
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   BY_HANDLE_FILE_INFORMATION information = {};
   if (const auto failure = CheckIsFile(file, information)) return failure;
-  const auto size = std::size_t{information.nFileSizeHigh} << 32U | information.nFileSizeLow;
-  return ReadToEnd(size, most, bytes, [&file](char* room, std::size_t roomSize, std::size_t& count) {
-    return ToError(file.Read(room, roomSize, count));
-  });
+  DWORD failure = ERROR_SUCCESS;
+  for (std::size_t before = 1; failure == ERROR_SUCCESS && bytes.size() != before && bytes.size() <= most;) {
+    before = bytes.size();
+    failure = file.Read(bytes, kAtOnce);
+  }
+  if (failure != ERROR_SUCCESS) bytes.clear();
+  if (bytes.size() <= most) return ToError(failure);
+  bytes.resize(most);
+  return FileRefusal::TooLarge;
 }
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.
@@ -299,25 +272,23 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
   const DWORD attributes = GetFileAttributesW(target.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     const DWORD code = GetLastError();
-    return ToError(code == ERROR_FILE_NOT_FOUND ? ReplaceByRenaming(target, bytes, nullptr) : code);
+    return ToError(code == ERROR_FILE_NOT_FOUND ? ReplaceByRenaming(target, bytes, FILE_ATTRIBUTE_NORMAL, {}) : code);
   }
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::make_error_code(std::errc::is_a_directory);
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
     if (const DWORD failure = FollowLinks(target)) return ToError(failure);
   }
 
-  Kept kept;
+  BY_HANDLE_FILE_INFORMATION information = {};
   {
     const File old(target, GENERIC_WRITE | FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
     if (!old.IsOpen()) return ToError(old.OpenFailure());
-    BY_HANDLE_FILE_INFORMATION information = {};
     if (const auto failure = CheckIsFile(old, information)) return failure;
     if ((information.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0) return ToError(ERROR_ACCESS_DENIED);
-    constexpr DWORD kOfTheFile = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
-                                 FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
-    kept = {information.dwFileAttributes & kOfTheFile, information.ftCreationTime, AccessRights(target)};
   }
-  const DWORD failure = ReplaceByRenaming(target, bytes, &kept);
+  constexpr DWORD kKept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                          FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
+  const DWORD failure = ReplaceByRenaming(target, bytes, information.dwFileAttributes & kKept, AccessRights(target));
   return OnlyTheExchangeWasRefused(failure) ? ReplaceInPlace(target, bytes) : ToError(failure);
 }
 
