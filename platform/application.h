@@ -50,7 +50,7 @@ void DoEvents();
 void WaitUntil(const std::function<bool()>& isDone);
 
 // A descriptor that becomes readable when the system asks the program to end, by a signal for one; -1 where it tells
-// the windows instead. Call once.
+// the windows instead. Call once, before any thread is started.
 int QuitRequestDescriptor();
 
 }  // namespace platform

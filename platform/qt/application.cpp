@@ -23,7 +23,7 @@
 #include "platform/qt/run.h"
 #include "platform/qt/style.h"
 
-// The toolkit's macro must stand outside all namespaces.
+// Qt's macro must stand outside all namespaces.
 static void LoadIcon() { Q_INIT_RESOURCE(icon); }
 
 namespace platform {
@@ -58,7 +58,7 @@ struct EventFilter : QObject {
     const bool clicksAgain = key != nullptr && IsPressed(*key) && IsRepeat(*key) && Clicks(key->key());
     if (clicksAgain || (IsDroppingInput() && IsPressed(*event))) return true;
     if (event->type() != QEvent::Quit) return QObject::eventFilter(receiver, event);
-    // The desktop asks by this event, at the end of its session for one. The toolkit would ask every window to close
+    // The desktop asks by this event, at the end of its session for one. Qt would ask every window to close
     // first, and stay when one refuses.
     Quit();
     return true;
@@ -67,7 +67,7 @@ struct EventFilter : QObject {
   std::pair<int, quint64> released;  // the last key, and when
 };
 
-// While the display is opened. In its own words the toolkit would have the user install it again.
+// While the display is opened. In its own words Qt would have the user install it again.
 void TellWhyNoDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   static std::string reason;  // the first; what follows comes of it
   const std::string_view subject = context.category == nullptr ? "" : context.category;
@@ -97,10 +97,10 @@ struct Running {
 
 namespace {
 
-// As the toolkit has one application object for the whole program, so has the platform.
+// As Qt has one application object for the whole program, so has the platform.
 Running* running = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// The toolkit leaves by exit() when the display goes, from the middle of whatever it does. Taking down what lives on
+// Qt leaves by exit() when the display goes, from the middle of whatever it does. Taking down what lives on
 // there, and again at the end of main, would be a fault; the system takes it all.
 void EndWithoutDisplay() {
   if (running == nullptr) return;
@@ -108,18 +108,27 @@ void EndWithoutDisplay() {
   std::_Exit(EXIT_FAILURE);
 }
 
-QtMessageHandler toolkitsOwn = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+QtMessageHandler qtsOwn = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// On Wayland the toolkit leaves by _exit(), which calls nobody, right after it has said so.
+// On Wayland Qt leaves by _exit(), which calls nobody, right after it has said so.
 void ListenForEndOfDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  toolkitsOwn(type, context, message);
+  qtsOwn(type, context, message);
   if (message.startsWith("The Wayland connection ")) EndWithoutDisplay();
 }
 
+// Signals first: a thread that Qt starts is to have the same ones blocked.
 std::unique_ptr<Running> OpenDisplay(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments) {
   const QtMessageHandler before = qInstallMessageHandler(TellWhyNoDisplay);
+  const int quitRequests = QuitRequestDescriptor();
   auto opened = std::make_unique<Running>(layouts, argumentCount, arguments);
-  if (toolkitsOwn == nullptr) toolkitsOwn = before;
+  if (quitRequests >= 0) {
+    opened->quitRequests = std::make_unique<QSocketNotifier>(quitRequests, QSocketNotifier::Read);
+    QObject::connect(opened->quitRequests.get(), &QSocketNotifier::activated, [notifier = opened->quitRequests.get()] {
+      notifier->setEnabled(false);
+      Quit();
+    });
+  }
+  if (qtsOwn == nullptr) qtsOwn = before;
   qInstallMessageHandler(ListenForEndOfDisplay);
   return opened;
 }
@@ -130,7 +139,7 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
     : running_(OpenDisplay(layouts, argumentCount, arguments)) {
   running = running_.get();
   [[maybe_unused]] static const int registered = std::atexit(EndWithoutDisplay);
-  // Nothing is kept outside the program's folder; the toolkit's file dialog would, in a file for all of its programs.
+  // Nothing is kept outside the program's folder; Qt's file dialog would, in a file for all of its programs.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
   QApplication::setStyle(new Style);
@@ -142,14 +151,6 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   qApp->installEventFilter(&running->eventFilter);
   // At the end of its session, Windows tells only this much while the program waits in an event loop of its own.
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, Quit);
-  if (const int descriptor = QuitRequestDescriptor(); descriptor >= 0) {
-    running->quitRequests = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    QObject::connect(running->quitRequests.get(), &QSocketNotifier::activated,
-                     [notifier = running->quitRequests.get()] {
-                       notifier->setEnabled(false);
-                       Quit();
-                     });
-  }
 }
 
 Application::~Application() {
@@ -185,7 +186,7 @@ void DropPendingInput() {
   constexpr int kLongest = 100;  // milliseconds
   running->isDroppingInput = true;
   QCoreApplication::processEvents(QEventLoop::AllEvents, kLongest);
-  // On Windows the toolkit puts what the system had for it behind what was posted. Without waiting: the program is not
+  // On Windows Qt puts what the system had for it behind what was posted. Without waiting: the program is not
   // at rest yet.
   bool isDelivered = false;
   const auto note = [&isDelivered] { isDelivered = true; };
@@ -202,14 +203,14 @@ void DropInputAfterHandler() {
 
 bool IsDroppingInput() { return running->isDroppingInput; }
 
-// X11 sends a release and a press of one time, which the toolkit does not always see to belong together.
+// X11 sends a release and a press of one time, which Qt does not always see to belong together.
 bool IsRepeat(const QKeyEvent& press) {
   const bool isOneTime = press.timestamp() != 0 && QGuiApplication::platformName() == "xcb" &&
                          running->eventFilter.released == std::pair(press.key(), press.timestamp());
   return press.isAutoRepeat() || isOneTime;
 }
 
-// Ending the loops says once more that the program is about to quit, in some versions of the toolkit.
+// Ending the loops says once more that the program is about to quit, in some versions of Qt.
 void Quit() {
   if (std::exchange(running->isQuitting, true)) return;
   QCoreApplication::exit(EXIT_SUCCESS);
