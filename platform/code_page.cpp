@@ -29,11 +29,12 @@ bool SameName(std::string_view left, std::string_view right) {
 }
 
 bool ComesBefore(std::string_view left, std::string_view right) {
-  const auto folded = [](char c) { return static_cast<unsigned char>(FoldCase(c)); };
-  const auto differing = std::ranges::mismatch(left, right, {}, folded, folded);
-  if (differing.in1 == left.end() && differing.in2 == right.end()) return left < right;
-  if (differing.in1 == left.end() || differing.in2 == right.end()) return left.size() < right.size();
-  return folded(*differing.in1) < folded(*differing.in2);
+  const auto byFolded = [](char a, char b) {
+    return static_cast<unsigned char>(FoldCase(a)) <=> static_cast<unsigned char>(FoldCase(b));
+  };
+  const auto order =
+      std::lexicographical_compare_three_way(left.begin(), left.end(), right.begin(), right.end(), byFolded);
+  return order == 0 ? left < right : order < 0;
 }
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 #include <string_view>
 
 // The system's single-byte (ANSI) code page. All text inside the tool is in it; other encodings exist only at the
-// platform's edges (the toolkit, the host's file names, the registry), which convert with these functions.
+// platform's edges (Qt, the host's file names, the registry), which convert with these functions.
 namespace platform {
 
 std::u16string ToUtf16(std::string_view text);

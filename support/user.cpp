@@ -124,7 +124,7 @@ class Hands {
 
 Hands* hands = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): of the one user
 
-// The toolkit calls it when the application object is made.
+// Qt calls it when the application object is made.
 void Begin() {
   if (hands != nullptr) hands->Begin();
 }
@@ -197,7 +197,7 @@ QString WithoutMarkup(const QString& text) { return QTextDocumentFragment::fromH
 std::optional<int> Use(const std::vector<Act>& acts) {
   std::string programName = "gantrel";
   std::array<char*, 2> arguments = {programName.data(), nullptr};
-  // Only the toolkit's own dialogs can be clicked on here; where the system has some, they are looked at by eye.
+  // Only Qt's own dialogs can be clicked on here; where the system has some, they are looked at by eye.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   Hands ofTheUser;
   ofTheUser.DoNext({[] { Focus(); }, InTurn(acts)});
@@ -347,7 +347,7 @@ Act SwitchToAnotherProgram() {
 }
 
 Act ClickWhile(const std::string& button, const std::string& list, const std::string& other) {
-  // In this order: the toolkit's own click lets events in on some systems.
+  // In this order: Qt's own click lets events in on some systems.
   const Act meanwhile = [=] {
     Close()();
     Click(other)();

@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// On some systems the toolkit tells the chosen entry for the name.
+// On some systems Qt tells the chosen entry for the name.
 class AccessibleDropDownList : public QAccessibleWidget {
  public:
   explicit AccessibleDropDownList(NativeDropDownList& list)
@@ -37,7 +37,7 @@ class AccessibleDropDownList : public QAccessibleWidget {
   int childCount() const override { return 1; }
   QAccessibleInterface* child(int index) const override {
     if (index != 0) return nullptr;
-    // The toolkit lets the list of entries know the chosen one only when it drops down.
+    // Qt lets the list of entries know the chosen one only when it drops down.
     if (!list_->view()->isVisible()) list_->view()->setCurrentIndex(list_->model()->index(list_->currentIndex(), 0));
     return QAccessible::queryAccessibleInterface(list_->view());
   }

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-// Gives screen readers what the toolkit keeps from them: that a window is one, and the name of a drop-down list. Once
+// Gives screen readers what Qt keeps from them: that a window is one, and the name of a drop-down list. Once
 // for each application object.
 void TellScreenReaders();
 

@@ -16,6 +16,7 @@
 #include <QValidator>
 #include <QWheelEvent>
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "platform/qt/native.h"
@@ -107,7 +108,7 @@ NativeDropDownList::NativeDropDownList(QWidget* parent) : QComboBox(parent) { se
 
 void NativeDropDownList::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  // The toolkit names the new owner of the focus before it tells the old one. Another program has no such owner here,
+  // Qt names the new owner of the focus before it tells the old one. Another program has no such owner here,
   // and the list of entries is a window of its own.
   const QWidget* const next = QApplication::focusWidget();
   const bool goesToAnotherControl = next != nullptr && next != this && next->window() == window();
@@ -158,8 +159,7 @@ void NativeListBox::Fill(const QStringList& entries) {
   selectionModel()->clear();
   setAutoScroll(false);
   if (oldCount > before + after) model()->removeRows(before, oldCount - before - after);
-  const auto at = widths_.erase(widths_.begin() + before, widths_.end() - after);
-  widths_.insert(at, static_cast<std::size_t>(newCount - before - after), kNotMeasured);
+  widest_ = kNotMeasured;
   for (int row = before; row < newCount - after; ++row) insertItem(row, new NativeEntry(entries[row], *this));
   setAutoScroll(true);
   if (before + after == 0) scrollToTop();
@@ -177,11 +177,9 @@ void NativeListBox::SetEmptyText(const QString& text) {
 }
 
 int NativeListBox::WidestEntry() {
-  for (std::size_t row = 0; row < widths_.size(); ++row) {
-    if (widths_[row] == kNotMeasured)
-      widths_[row] = fontMetrics().horizontalAdvance(item(static_cast<int>(row))->text());
-  }
-  return static_cast<int>(std::ranges::max_element(widths_) - widths_.begin());
+  const auto width = [this](int row) { return fontMetrics().horizontalAdvance(item(row)->text()); };
+  if (widest_ == kNotMeasured) widest_ = std::ranges::max(std::views::iota(0, count()), {}, width);
+  return widest_;
 }
 
 void NativeListBox::Repaint() {
@@ -189,7 +187,7 @@ void NativeListBox::Repaint() {
   viewport()->repaint();
 }
 
-// By itself the toolkit would make an entry current that is not selected, unless the mouse brings the focus.
+// By itself Qt would make an entry current that is not selected, unless the mouse brings the focus.
 void NativeListBox::focusInEvent(QFocusEvent* event) {
   QFocusEvent byMouse(event->type(), Qt::MouseFocusReason);
   QListWidget::focusInEvent(selectionMode() == SingleSelection ? &byMouse : event);

@@ -28,28 +28,16 @@
 namespace platform {
 namespace {
 
-QMessageBox::StandardButtons StandardButtons(Buttons buttons) {
-  switch (buttons) {
-    case Buttons::Ok:
-      return QMessageBox::Ok;
-    case Buttons::OkCancel:
-      return QMessageBox::Ok | QMessageBox::Cancel;
-    case Buttons::YesNo:
-      return QMessageBox::Yes | QMessageBox::No;
-  }
-  return QMessageBox::Ok;
-}
-
 QMessageBox::Icon BoxIcon(Icon icon) {
   switch (icon) {
-    case Icon::None:
-      return QMessageBox::NoIcon;
     case Icon::Information:
       return QMessageBox::Information;
     case Icon::Exclamation:
       return QMessageBox::Warning;
     case Icon::Critical:
       return QMessageBox::Critical;
+    case Icon::None:
+      break;
   }
   return QMessageBox::NoIcon;
 }
@@ -102,7 +90,7 @@ struct FileDialog : QFileDialog {
   }
 };
 
-// Shows the places of the side bar as they are spoken, shortened to its width.
+// Shows the places of the side bar by their accessible names, shortened to its width.
 struct PlaceNames : QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
@@ -171,17 +159,14 @@ Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_vie
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(text));
   box.setIcon(BoxIcon(icon));
-  box.setStandardButtons(StandardButtons(buttons));
-  box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok);
-  if (buttons == Buttons::YesNo) box.setEscapeButton(QMessageBox::No);
-  switch (box.exec()) {
-    case QMessageBox::Ok:
-      return Answer::Ok;
-    case QMessageBox::Yes:
-      return Answer::Yes;
-    default:
-      return buttons == Buttons::Ok ? Answer::Ok : buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
-  }
+  const bool isQuestion = buttons == Buttons::YesNo;
+  const QPushButton* const first = box.addButton(isQuestion ? QMessageBox::Yes : QMessageBox::Ok);
+  if (buttons != Buttons::Ok) box.setEscapeButton(box.addButton(isQuestion ? QMessageBox::No : QMessageBox::Cancel));
+  box.setDefaultButton(isQuestion ? QMessageBox::Yes : QMessageBox::Ok);
+  box.exec();
+  const bool isFirst = buttons == Buttons::Ok || box.clickedButton() == first;
+  if (isQuestion) return isFirst ? Answer::Yes : Answer::No;
+  return isFirst ? Answer::Ok : Answer::Cancel;
 }
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText) {

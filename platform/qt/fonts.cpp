@@ -7,13 +7,13 @@
 
 #include "platform/qt/text.h"
 
-// The toolkit's macro must stand outside all namespaces.
+// Qt's macro must stand outside all namespaces.
 static void LoadFonts() { Q_INIT_RESOURCE(fonts); }
 
 namespace platform {
 namespace {
 
-// By the family that the layouts name. Asking the toolkit anew for each control would take longer than all else.
+// By the family that the layouts name. Asking Qt anew for each control would take longer than all else.
 QHash<QString, QStringList> familiesFor;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 // The families of the font that comes with the tool.

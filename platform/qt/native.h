@@ -16,7 +16,7 @@
 
 #include "platform/layout.h"
 
-// The toolkit's widgets behind the handles of controls.h and window.h.
+// Qt's widgets behind the handles of controls.h and window.h.
 namespace platform {
 
 // Whether a dialog is open, which blocks all windows that have a layout. Qt then keeps the mouse and the keyboard from
@@ -63,8 +63,8 @@ struct NativeListBox : QListWidget {
 
  private:
   static constexpr int kNotMeasured = -1;
-  int place_ = 0;            // where an arrow key goes on from, while no entry is current
-  std::vector<int> widths_;  // of the entries' texts, in pixels, once the list is laid out
+  int place_ = 0;              // where an arrow key goes on from, while no entry is current
+  int widest_ = kNotMeasured;  // the entry, once the list is laid out
 };
 
 struct NativeTextBox : QLineEdit {
