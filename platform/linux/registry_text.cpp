@@ -84,7 +84,7 @@ char16_t Folded(char16_t unit) {
 // the code page, where everything that it lacks would be the same question mark.
 bool TakeName(std::string_view& line, std::u16string_view name, char end) {
   for (const char16_t wanted : name) {
-    if (line.empty() || line.front() == end || line.front() == '\n') return false;
+    if (line.empty() || line.front() == end) return false;
     const char16_t unit = TakeUnit(line);
     if (unit != wanted && Folded(unit) != Folded(wanted)) return false;
   }
@@ -149,23 +149,6 @@ std::optional<RegistryValue> ReadValue(std::string_view line, std::string_view l
   return isText ? ReadText(*type, line) : ReadBytes(*type, line, linesBelow);
 }
 
-// Where the next key starts; the text's end when there is none. Looks for brackets rather than at every line: there
-// are few of them, and the search for one byte runs at the speed of memory.
-std::size_t NextKey(std::string_view text, std::size_t from) {
-  std::size_t bracket = text.find('[', from);
-  while (bracket != std::string_view::npos && bracket != 0 && text[bracket - 1] != '\n') {
-    bracket = text.find('[', bracket + 1);
-  }
-  return std::min(bracket, text.size());
-}
-
-bool IsOf64BitPrefix(std::string_view linesAboveKeys) {
-  while (!linesAboveKeys.empty()) {
-    if (TakeLine(linesAboveKeys) == "#arch=win64") return true;
-  }
-  return false;
-}
-
 // The name under which a prefix keeps a key of the 32-bit view.
 std::string In32BitView(std::string_view keyName, bool is64Bit) {
   constexpr std::string_view kSoftware = R"(Software\)";
@@ -177,41 +160,30 @@ std::string In32BitView(std::string_view keyName, bool is64Bit) {
   return std::string(kSoftware).append(kNode).append("\\").append(below);
 }
 
-// From the lines below a key.
-std::optional<RegistryValue> FindValue(std::string_view lines, std::u16string_view name) {
-  while (!lines.empty()) {
-    std::string_view line = TakeLine(lines);
-    if (TakeValueName(line, name) && Take(line, "=")) return ReadValue(line, lines);
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
-// Nearly all keys differ from those that are wanted in what these have in common, so that is compared first, and once.
 std::vector<std::optional<RegistryValue>> FindRegistryValues(std::string_view text,
                                                              std::span<const std::string> keyNames,
                                                              std::string_view valueName) {
-  std::size_t key = NextKey(text, 0);
-  const bool is64Bit = IsOf64BitPrefix(text.substr(0, key));
+  bool is64Bit = false;
+  while (!text.empty() && !text.starts_with('[')) {
+    if (TakeLine(text) == "#arch=win64") is64Bit = true;
+  }
   std::vector<std::u16string> names;
   for (const std::string& name : keyNames) names.push_back(ToUtf16(In32BitView(name, is64Bit)));
-  std::u16string common = names.empty() ? u"" : names.front();
-  for (const std::u16string& name : names) common.erase(std::ranges::mismatch(common, name).in1, common.end());
-  for (std::u16string& name : names) name.erase(0, common.size());
 
   std::vector<std::optional<RegistryValue>> values(names.size());
+  std::vector<bool> isBelow(names.size());  // whether the line is below the key
   const std::u16string wantedValue = ToUtf16(valueName);
-  while (key < text.size()) {
-    const std::size_t nextKey = NextKey(text, key + 1);
-    std::string_view beginning = text.substr(key + 1, nextKey - key - 1);
-    key = nextKey;
-    if (!TakeName(beginning, common, ']')) continue;
+  while (!text.empty()) {
+    const std::string_view line = TakeLine(text);
     for (std::size_t i = 0; i < names.size(); ++i) {
-      std::string_view lines = beginning;
-      if (values[i] || !TakeName(lines, names[i], ']') || !Take(lines, "]")) continue;
-      TakeLine(lines);  // what follows the name
-      values[i] = FindValue(lines, wantedValue);
+      std::string_view rest = line;
+      if (Take(rest, "[")) {
+        isBelow[i] = TakeName(rest, names[i], ']') && Take(rest, "]");
+      } else if (isBelow[i] && !values[i] && TakeValueName(rest, wantedValue) && Take(rest, "=")) {
+        values[i] = ReadValue(rest, text);
+      }
     }
   }
   return values;
