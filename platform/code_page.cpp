@@ -1,6 +1,7 @@
 #include "platform/code_page.h"
 
 #include <algorithm>
+#include <compare>
 #include <cstddef>
 #include <utility>
 
@@ -34,7 +35,7 @@ bool ComesBefore(std::string_view left, std::string_view right) {
   };
   const auto order =
       std::lexicographical_compare_three_way(left.begin(), left.end(), right.begin(), right.end(), byFolded);
-  return order == 0 ? left < right : order < 0;
+  return std::is_eq(order) ? left < right : std::is_lt(order);
 }
 
 }  // namespace platform

@@ -19,8 +19,8 @@ std::vector<fs::path> GamePlaces() {
   std::error_code untold;
   std::erase_if(places, [&](const fs::path& place) { return !fs::is_directory(place, untold); });
   // Steam makes a prefix for each game, but has the games in its libraries: those come last.
-  std::ranges::stable_partition(
-      places, [](const fs::path& place) { return place.native().find("/compatdata/") == std::string::npos; });
+  std::stable_partition(places.begin(), places.end(),
+                        [](const fs::path& place) { return place.native().find("/compatdata/") == std::string::npos; });
   return places;
 }
 

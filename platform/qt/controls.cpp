@@ -16,7 +16,6 @@
 #include <QValidator>
 #include <QWheelEvent>
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "platform/qt/native.h"
@@ -177,8 +176,13 @@ void NativeListBox::SetEmptyText(const QString& text) {
 }
 
 int NativeListBox::WidestEntry() {
-  const auto width = [this](int row) { return fontMetrics().horizontalAdvance(item(row)->text()); };
-  if (widest_ == kNotMeasured) widest_ = std::ranges::max(std::views::iota(0, count()), {}, width);
+  if (widest_ != kNotMeasured) return widest_;
+  int most = kNotMeasured;
+  for (int row = 0; row < count(); ++row) {
+    const int width = fontMetrics().horizontalAdvance(item(row)->text());
+    if (width > most) widest_ = row;
+    most = std::max(most, width);
+  }
   return widest_;
 }
 
