@@ -8,7 +8,6 @@
 #include <system_error>
 
 #include "platform/paths.h"
-#include "support/system.h"
 
 namespace fs = std::filesystem;
 

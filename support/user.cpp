@@ -50,85 +50,56 @@ namespace {
   throw std::runtime_error(what + " '" + name + "'");
 }
 
-// Does one act after the other, each when the tool has come to rest.
-class Hands {
- public:
-  // Once the tool's event loops can run.
-  void Begin() {
-    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &context_, [this] {
-      if (std::exchange(isWaiting_, true)) return;
-      const auto goOn = [this] {
-        isWaiting_ = false;
-        GoOn();
-      };
-      QMetaObject::invokeMethod(&context_, goOn, Qt::QueuedConnection);
-    });
-  }
-
-  void DoNext(const std::vector<Act>& acts) { acts_.insert(acts_.begin(), acts.begin(), acts.end()); }
-
-  void Wait(std::chrono::milliseconds time) {
-    isWaiting_ = true;
-    QTimer::singleShot(time, &context_, [this] { isWaiting_ = false; });
-  }
-
-  // What the user has in front of them: a dialog, or else the active window, or the last one that was. There are
-  // displays that make none active when that one goes.
-  QWidget& Front() const {
-    QWidgetList windows = {QApplication::activeModalWidget(), QApplication::activeWindow(), lastActive_};
-    windows += QApplication::topLevelWidgets();
-    const auto isInUse = [](const QWidget* widget) {
-      return widget != nullptr && widget->isVisible() && widget->isEnabled();
-    };
-    const auto front = std::ranges::find_if(windows, isInUse);
-    if (front == windows.end()) Fail("no window is", "shown");
-    return **front;
-  }
-
-  // Whether the last act was done. Rethrows what the last one has thrown.
-  bool AreDone() const {
-    if (failure_) std::rethrow_exception(failure_);
-    return areDone_;
-  }
-
- private:
-  void GoOn() {
-    // What the last act has put off until the next event happens before the next act.
-    if (std::exchange(isSettling_, false)) return NoteActive();
-    areDone_ = acts_.empty();
-    if (areDone_) return platform::Quit();
-    const Act act = std::move(acts_.front());
-    acts_.pop_front();
-    isSettling_ = true;
-    try {
-      act();
-    } catch (...) {
-      failure_ = std::current_exception();
-      acts_.clear();
-    }
-  }
-
-  void NoteActive() {
-    if (QApplication::activeModalWidget() == nullptr && QApplication::activeWindow() != nullptr)
-      lastActive_ = QApplication::activeWindow();
-  }
-
-  QObject context_;  // what was connected and put off ends with it
-  std::deque<Act> acts_;
-  std::exception_ptr failure_;
-  QPointer<QWidget> lastActive_;
-  bool isWaiting_ = false;  // for an event
-  bool isSettling_ = false;
-  bool areDone_ = false;
+// What the user is about to do, each act when the tool has come to rest from the one before.
+struct Plan {
+  QObject context;  // what was connected and put off ends with it
+  std::deque<Act> acts;
+  std::exception_ptr failure;
+  QPointer<QWidget> lastActive;
+  bool isWaiting = false;  // for an event
+  bool isSettling = false;
+  bool areDone = false;
 };
+Plan* plan = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): of the one user
 
-Hands* hands = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): of the one user
+void GoOn() {
+  plan->isWaiting = false;
+  QWidget* const active = QApplication::activeWindow();
+  if (active != nullptr && !active->isModal()) plan->lastActive = active;
+  // What the last act has put off until the next event happens before the next act.
+  if (std::exchange(plan->isSettling, false)) return;
+  plan->areDone = plan->acts.empty();
+  if (plan->areDone) return platform::Quit();
+  plan->isSettling = true;
+  const Act act = std::move(plan->acts.front());
+  plan->acts.pop_front();
+  try {
+    act();
+  } catch (...) {
+    plan->failure = std::current_exception();
+    plan->acts.clear();
+  }
+}
 
 // Qt calls it when the application object is made.
 void Begin() {
-  if (hands != nullptr) hands->Begin();
+  if (plan == nullptr) return;
+  QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &plan->context, [] {
+    if (!std::exchange(plan->isWaiting, true)) QMetaObject::invokeMethod(&plan->context, GoOn, Qt::QueuedConnection);
+  });
 }
 Q_COREAPP_STARTUP_FUNCTION(Begin)
+
+// What the user has in front of them: a dialog, or else the active window, or the last one that was. There are displays
+// that make none active when that one goes.
+QWidget& Front() {
+  QWidgetList windows = {QApplication::activeModalWidget(), QApplication::activeWindow(), plan->lastActive};
+  windows += QApplication::topLevelWidgets();
+  const auto front = std::ranges::find_if(
+      windows, [](const QWidget* widget) { return widget != nullptr && widget->isVisible() && widget->isEnabled(); });
+  if (front == windows.end()) Fail("no window is", "shown");
+  return **front;
+}
 
 std::vector<QWidget*> Windows(const std::string& name) {
   std::vector<QWidget*> windows;
@@ -139,11 +110,9 @@ std::vector<QWidget*> Windows(const std::string& name) {
 }
 
 QWidget& Control(const std::string& name) {
-  QWidgetList windows = QApplication::topLevelWidgets();
-  if (QWidget* const active = QApplication::activeWindow()) windows.prepend(active);
-  for (const QWidget* const window : windows) {
-    auto* const control = window->isVisible() ? window->findChild<QWidget*>(ToQt(name)) : nullptr;
-    if (control != nullptr) return *control;
+  for (const QWidget* const window : QWidgetList{QApplication::activeWindow()} + QApplication::topLevelWidgets()) {
+    if (window == nullptr || !window->isVisible()) continue;
+    if (auto* const control = window->findChild<QWidget*>(ToQt(name))) return *control;
   }
   Fail("no control", name);
 }
@@ -154,6 +123,12 @@ void Activate(QWidget& window) {
   if (window.isActiveWindow() || QApplication::activeModalWidget() != nullptr) return;
   window.activateWindow();
   QApplication::processEvents();
+}
+
+QListWidgetItem& Item(const std::string& list, const std::string& entry) {
+  const auto found = List(list).findItems(ToQt(entry), Qt::MatchExactly);
+  if (found.isEmpty()) Fail("no entry", entry);
+  return *found.front();
 }
 
 // Where the user points at.
@@ -167,10 +142,8 @@ Place PlaceOf(QWidget& widget) { return {widget, widget.rect().center()}; }
 Place PlaceOf(const std::string& control, const std::string& entry) {
   if (entry.empty()) return PlaceOf(Control(control));
   QListWidget& list = List(control);
-  const auto found = list.findItems(ToQt(entry), Qt::MatchExactly);
-  if (found.isEmpty()) Fail("no entry", entry);
-  list.scrollToItem(found.front());
-  return {*list.viewport(), list.visualItemRect(found.front()).center()};
+  list.scrollToItem(&Item(control, entry));
+  return {*list.viewport(), list.visualItemRect(&Item(control, entry)).center()};
 }
 
 // Given to the window as the display would: what is in the way gets the click instead.
@@ -199,22 +172,26 @@ std::optional<int> Use(const std::vector<Act>& acts) {
   std::array<char*, 2> arguments = {programName.data(), nullptr};
   // Only Qt's own dialogs can be clicked on here; where the system has some, they are looked at by eye.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  Hands ofTheUser;
-  ofTheUser.DoNext({[] { Focus(); }, InTurn(acts)});
-  hands = &ofTheUser;
+  Plan ofTheUser;
+  ofTheUser.acts = {Focus, InTurn(acts)};
+  plan = &ofTheUser;
   const int exitCode = RunTool(1, arguments.data());
-  hands = nullptr;
-  return ofTheUser.AreDone() ? std::nullopt : std::optional(exitCode);
+  plan = nullptr;
+  if (ofTheUser.failure) std::rethrow_exception(ofTheUser.failure);
+  return ofTheUser.areDone ? std::nullopt : std::optional(exitCode);
 }
 
-void DoNext(const std::vector<Act>& acts) { hands->DoNext(acts); }
+void DoNext(const std::vector<Act>& acts) { plan->acts.insert(plan->acts.begin(), acts.begin(), acts.end()); }
 
 Act InTurn(const std::vector<Act>& acts) {
   return [=] { DoNext(acts); };
 }
 
 Act Wait(std::chrono::milliseconds time) {
-  return [=] { hands->Wait(time); };
+  return [=] {
+    plan->isWaiting = true;
+    QTimer::singleShot(time, &plan->context, [] { plan->isWaiting = false; });
+  };
 }
 
 Act Click(const std::string& control, const std::string& entry) {
@@ -233,11 +210,8 @@ Act Hover(const std::string& control, const std::string& entry) {
   };
 }
 
-Act SelectAndPress(const std::string& list, const std::string& entry, const std::string& button) {
-  return [=] {
-    List(list).findItems(ToQt(entry), Qt::MatchExactly).at(0)->setSelected(true);
-    DoNext({[=] { dynamic_cast<QPushButton&>(Control(button)).click(); }});
-  };
+Act Select(const std::string& list, const std::string& entry) {
+  return [=] { Item(list, entry).setSelected(true); };
 }
 
 Act TurnWheel(const std::string& control) {
@@ -253,7 +227,7 @@ Act TurnWheel(const std::string& control) {
 
 Act Answer(const std::string& button) {
   return [=] {
-    for (auto* const candidate : hands->Front().findChildren<QAbstractButton*>()) {
+    for (auto* const candidate : Front().findChildren<QAbstractButton*>()) {
       const bool isMeant = CaptionOf(*candidate) == button && candidate->isVisible();
       if (isMeant) return ClickAt(PlaceOf(*candidate));
     }
@@ -263,19 +237,17 @@ Act Answer(const std::string& button) {
 
 Act Press(Key key) {
   return [=] {
-    Activate(hands->Front());
-    if (QGuiApplication::focusWindow() == nullptr) Fail("no window has the focus for", "a key");
+    Activate(Front());
     const QKeyCombination keys = Combination(key);
     QTest::keyClick(QGuiApplication::focusWindow(), keys.key(), keys.keyboardModifiers());
   };
 }
 
-Act Hold(Key key, const Act& meanwhile) {
-  const Act comeAgain = [=] {
+Act Repeat(Key key) {
+  return [=] {
     QKeyEvent again(QEvent::KeyPress, Combination(key).key(), Combination(key).keyboardModifiers(), "", true);
-    QApplication::sendEvent(hands->Front().windowHandle(), &again);
+    QApplication::sendEvent(Front().windowHandle(), &again);
   };
-  return InTurn({Press(key), meanwhile, comeAgain});
 }
 
 Act GoTo(const std::string& control) {
@@ -287,12 +259,10 @@ Act GoTo(const std::string& control) {
 
 Act Type(const std::string& text) {
   return [=] {
-    Activate(hands->Front());
-    QWidget* const focused = QApplication::focusWidget();
-    if (focused == nullptr) Fail("no focus for", text);
+    Activate(Front());
     // Characters of any keyboard; which key they are on does not matter.
     for (const QChar& character : ToQt(text))
-      QTest::sendKeyEvent(QTest::Click, focused, Qt::Key_unknown, QString(character), Qt::NoModifier);
+      QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, {character}, Qt::NoModifier);
   };
 }
 
@@ -303,12 +273,14 @@ Act Paste(const std::u16string& text) {
   };
 }
 
-Act PressAhead(Key key, const Act& act) {
+Act Soon(const Act& act) {
+  return [=] { QMetaObject::invokeMethod(qApp, act, Qt::QueuedConnection); };
+}
+
+Act Together(const Act& first, const Act& second) {
   return [=] {
-    // Behind what makes a new window active: the display gives a key to the window that is active when it is taken.
-    const auto press = [=] { QMetaObject::invokeMethod(qApp, Press(key), Qt::QueuedConnection); };
-    QMetaObject::invokeMethod(qApp, press, Qt::QueuedConnection);
-    act();
+    first();
+    second();
   };
 }
 
@@ -321,12 +293,12 @@ Act Perform(const std::string& action, const std::string& control) {
 }
 
 Act Close(const std::string& window) {
-  return [=] { (window.empty() ? hands->Front() : *Windows(window).at(0)).windowHandle()->close(); };
+  return [=] { (window.empty() ? Front() : *Windows(window).at(0)).windowHandle()->close(); };
 }
 
 Act SavePicture(const std::filesystem::path& file) {
   return [=] {
-    const bool isSaved = hands->Front().grab().save(QString::fromStdU16String(file.u16string()));
+    const bool isSaved = Front().grab().save(QString::fromStdU16String(file.u16string()));
     if (!isSaved) Fail("cannot save", file.string());
   };
 }
@@ -337,23 +309,13 @@ Act TurnDark() {
 
 Act SwitchToAnotherProgram() {
   return [] {
-    QWidget& window = hands->Front();
+    QWidget& window = Front();
     QWidget other;
     other.show();
     Activate(other);
     if (!other.isActiveWindow()) Fail("cannot leave", FromQt(window.objectName()));
     Activate(window);
   };
-}
-
-Act ClickWhile(const std::string& button, const std::string& list, const std::string& other) {
-  // In this order: Qt's own click lets events in on some systems.
-  const Act meanwhile = [=] {
-    Close()();
-    Click(other)();
-  };
-  const auto later = [=] { QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection); };
-  return Watch(list, later, Click(button));
 }
 
 Act Watch(const std::string& list, const Act& look, const Act& act) {
@@ -377,11 +339,9 @@ std::optional<Message> ShownMessage() {
   const bool isPlain = box == nullptr || box->textFormat() == Qt::PlainText;
   message.text = FromQt(isPlain ? text : WithoutMarkup(text));
   if (box != nullptr) message.icon = kIcons.at(static_cast<std::size_t>(box->icon()));
-  for (const bool isDefault : {true, false}) {
-    for (const QPushButton* const button : dialog->findChildren<QPushButton*>()) {
-      if (button->isDefault() == isDefault) message.buttons.push_back(CaptionOf(*button));
-    }
-  }
+  auto buttons = dialog->findChildren<QPushButton*>();
+  std::ranges::stable_partition(buttons, &QPushButton::isDefault);
+  for (const QPushButton* const button : buttons) message.buttons.push_back(CaptionOf(*button));
   return message;
 }
 
@@ -420,22 +380,20 @@ std::string Selected(const std::string& list) {
 }
 
 std::string EmptyText(const std::string& list) {
-  const auto* const box = dynamic_cast<const platform::NativeListBox*>(&Control(list));
-  return box == nullptr ? "" : FromQt(box->emptyText);
+  return FromQt(dynamic_cast<const platform::NativeListBox&>(Control(list)).emptyText);
 }
 
-std::string Font(const std::string& control) {
-  const QFontInfo font(Control(control).font());
-  return FromQt(font.family()) + " " + std::to_string(font.pixelSize());
+std::string Look(const std::string& control) {
+  const QWidget& widget = Control(control);
+  const QFontInfo font(widget.font());
+  const QSize size = widget.window()->minimumSize();
+  const bool isFixed = size == widget.window()->maximumSize();
+  return FromQt(QString("%1, %2 %3 in %4x%5")
+                    .arg(widget.accessibleName(), font.family())
+                    .arg(font.pixelSize())
+                    .arg(isFixed ? size.width() : 0)
+                    .arg(isFixed ? size.height() : 0));
 }
-
-std::string FixedSize(const std::string& window) {
-  const QWidget& widget = *Windows(window).at(0);
-  const QSize size = widget.maximumSize();
-  return widget.minimumSize() != size ? "" : std::to_string(size.width()) + "x" + std::to_string(size.height());
-}
-
-std::string SpokenName(const std::string& control) { return FromQt(Control(control).accessibleName()); }
 
 int CountPixels(const std::string& name, unsigned colour) {
   const QImage picture = (Windows(name).empty() ? Control(name) : *Windows(name).at(0)).grab().toImage();
@@ -450,10 +408,7 @@ bool IsEnabled(const std::string& control) { return Control(control).isEnabled()
 
 std::string ToolTip() { return FromQt(WithoutMarkup(QToolTip::text())); }
 
-bool IsPointerBusy() {
-  const QCursor* const pointer = QApplication::overrideCursor();
-  return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
-}
+bool IsPointerBusy() { return QApplication::overrideCursor() != nullptr; }
 
 std::string Focus() {
   constexpr int kPatience = 60'000;  // milliseconds

@@ -24,23 +24,23 @@ using Act = std::function<void()>;
 Act InTurn(const std::vector<Act>& acts);
 void DoNext(const std::vector<Act>& acts);  // before what was to come, for an act that finds out what there is to do
 Act Wait(std::chrono::milliseconds time);
+Act Soon(const Act& act);  // as an event that waits behind those that are there; what runs comes first
+Act Together(const Act& first, const Act& second);  // without a rest between them
 
 // Controls are known by their names. Of two on the screen with the same name, that of the active window is meant.
 Act Click(const std::string& control, const std::string& entry = "");  // on the entry, where one is named
 Act DoubleClick(const std::string& list, const std::string& entry);
 Act Hover(const std::string& control, const std::string& entry = "");  // until the tooltip comes
-// As a screen reader does it, without the focus.
-Act SelectAndPress(const std::string& list, const std::string& entry, const std::string& button);
+Act Select(const std::string& list, const std::string& entry);         // as a screen reader does, without the focus
 Act TurnWheel(const std::string& control);                             // one notch, over it
 Act Answer(const std::string& button);                                 // a message or another dialog
 
 enum class Key : std::uint8_t { Tab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
 Act Press(Key key);
-Act Hold(Key key, const Act& meanwhile = [] {});                     // down for so long that it comes again
+Act Repeat(Key key);                                                 // once more, while it is held down
 Act GoTo(const std::string& control);                                // by the Tab key
 Act Type(const std::string& text);                                   // where the focus is, in place of what is selected
 Act Paste(const std::u16string& text);                               // there as well, and not in the code page
-Act PressAhead(Key key, const Act& act);                             // while `act` begins
 Act Perform(const std::string& action, const std::string& control);  // by a screen reader: "Press", "Increase"
 
 // Of the named window; where none is named, of the message or other dialog that is shown, or else of the active window.
@@ -50,8 +50,6 @@ Act SavePicture(const std::filesystem::path& file);
 // Makes the desktop's colours white on black.
 Act TurnDark();
 Act SwitchToAnotherProgram();  // and back
-// Clicks the button; while its command fills the list, clicks the other, and the close box.
-Act ClickWhile(const std::string& button, const std::string& list, const std::string& other);
 // Does `look` at each change to the list that `act` makes.
 Act Watch(const std::string& list, const Act& look, const Act& act);
 
@@ -69,12 +67,10 @@ int CountWindows(const std::string& window);  // those on the screen; of several
 bool Exists(const std::string& window);       // there, or in memory
 // As a screen reader speaks them.
 std::vector<std::string> Entries(const std::string& list);
-std::string Selected(const std::string& list);       // its text; empty when no entry is
-std::string EmptyText(const std::string& list);      // what it shows in the place of entries
-std::string Font(const std::string& control);        // that it is drawn with, and its pixels
-std::string SpokenName(const std::string& control);  // by a screen reader
-std::string FixedSize(const std::string& window);    // in pixels; empty when the user can change it
-// Those of a window or a control in one colour: 0xFFFFFF is white.
+std::string Selected(const std::string& list);   // its text; empty when no entry is
+std::string EmptyText(const std::string& list);  // what it shows in the place of entries
+std::string Look(const std::string& control);    // "<spoken name>, <font> <its pixels> in <window's fixed size>"
+// The pixels of a window or a control in one colour: 0xFFFFFF is white.
 int CountPixels(const std::string& name, unsigned colour);
 bool IsEnabled(const std::string& control);
 bool IsPointerBusy();

@@ -1,4 +1,4 @@
-#include "support/system.h"
+#include "support/own_folder.h"
 
 #include <QByteArray>
 #include <QStringEncoder>
@@ -8,7 +8,6 @@
 
 #include "platform/qt/text.h"
 #include "platform/registry.h"
-#include "support/own_folder.h"
 
 namespace fs = std::filesystem;
 
@@ -31,9 +30,9 @@ std::string Bytes(std::uint32_t type, const std::string& data) {
 
 void SetRegistry(const std::vector<Installation>& installations) {
   std::string text = "WINE REGISTRY Version 2\n\n#arch=win64\n\n";
-  for (const auto& [edition, folder, view, givenType] : installations) {
+  for (const auto& [edition, folder, isIn64BitView, givenType] : installations) {
     const std::uint32_t type = givenType == 0 ? platform::kRegSz : givenType;
-    text += view == View::Bits32 ? "[Software\\\\Wow6432Node\\\\THQ\\\\" : "[Software\\\\THQ\\\\";
+    text += isIn64BitView ? "[Software\\\\THQ\\\\" : "[Software\\\\Wow6432Node\\\\THQ\\\\";
     text += edition + "] 1234567890\n#time=1d9\n\"InstallLocation\"=hex(" + std::to_string(type) + "):";
     text += Bytes(type, givenType == 0 ? folder + '\0' : folder) + "\n\n";
   }

@@ -1,11 +1,10 @@
-#include "support/system.h"
+#include "support/own_folder.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
 #include "platform/windows/system.h"
-#include "support/own_folder.h"
 
 namespace fs = std::filesystem;
 
@@ -14,7 +13,7 @@ namespace fs = std::filesystem;
 namespace support {
 namespace {
 
-std::string KeyIn(View view) { return view == View::Bits32 ? "Software\\Wow6432Node\\THQ" : "Software\\THQ"; }
+std::string KeyIn(bool is64BitView) { return is64BitView ? "Software\\THQ" : "Software\\Wow6432Node\\THQ"; }
 
 BOOL CALLBACK EndSession(HWND window, LPARAM /*parameter*/) {
   DWORD process = 0;
@@ -27,9 +26,9 @@ BOOL CALLBACK EndSession(HWND window, LPARAM /*parameter*/) {
 }  // namespace
 
 void SetRegistry(const std::vector<Installation>& installations) {
-  for (const View view : {View::Bits32, View::Bits64}) RegDeleteTreeA(HKEY_LOCAL_MACHINE, KeyIn(view).c_str());
-  for (const auto& [edition, folder, view, type] : installations) {
-    const std::string key = KeyIn(view) + "\\" + edition;
+  for (const bool is64BitView : {false, true}) RegDeleteTreeA(HKEY_LOCAL_MACHINE, KeyIn(is64BitView).c_str());
+  for (const auto& [edition, folder, isIn64BitView, type] : installations) {
+    const std::string key = KeyIn(isIn64BitView) + "\\" + edition;
     const bool isText = type == 0;
     const LONG result = RegSetKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), "InstallLocation", isText ? REG_SZ : type,
                                         folder.c_str(), static_cast<DWORD>(folder.size() + (isText ? 1 : 0)));

@@ -76,7 +76,12 @@ class Faults : public testing::TestWithParam<Row> {
   }
 
   std::error_code Act(const Fault& fault, bool areHalf) {
-    PutBack();
+    fs::remove(file_);
+    if (GetParam().before) {
+      support::WriteFile(file_, *GetParam().before);
+      fs::permissions(file_, fs::perms(0640));
+      permissions_ = fs::status(file_).permissions();
+    }
     calls = {true, fault, areHalf, GetParam().takesNewFiles};
     const std::error_code failure = GetParam().act(GetParam().path());
     calls.areWatched = false;
@@ -96,14 +101,6 @@ class Faults : public testing::TestWithParam<Row> {
     EXPECT_FALSE(Replace(file_));
     EXPECT_EQ(CountLeftOvers(), 0) << "is not taken over by the next write";
     ++tries_;
-  }
-
-  void PutBack() {
-    fs::remove(file_);
-    if (!GetParam().before) return;
-    support::WriteFile(file_, *GetParam().before);
-    fs::permissions(file_, fs::perms(0640));
-    permissions_ = fs::status(file_).permissions();
   }
 
   bool Holds(const Content& content) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -44,9 +46,11 @@ inline Verdict Meet(std::string_view name) {
   const bool isFirst = std::ranges::find(calls.names, name) == calls.names.end();
   calls.names.push_back(name);
   const bool fails = number == calls.fault.at || (number > calls.fault.at && calls.fault.isForGood);
+  EXPECT_FALSE(name == "rename" && calls.areUnflushed) << "takes the name before it is on the disk";
+  if (name == "write" || name == "WriteFile") calls.areUnflushed = calls.areUnflushed || !fails;
+  if (name == "fsync" || name == "FlushFileBuffers") calls.areUnflushed = calls.areUnflushed && fails;
   if (fails) SetReason(calls.fault.reason);
   return fails ? Verdict::Fail : calls.areHalf && isFirst ? Verdict::Half : Verdict::Go;
 }
-inline bool Fails(std::string_view name) { return Meet(name) == Verdict::Fail; }
 
 }  // namespace faults

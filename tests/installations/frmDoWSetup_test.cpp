@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/paths.h"
-#include "support/system.h"
 #include "support/user.h"
 #include "tests/support/game.h"
 
@@ -16,7 +15,8 @@ using namespace support;
 namespace {
 
 const std::string kTwoGames = Text({"[Games]", "Count=2", "DoW1=First", "DoW2=Second", "[Second]", "Path=D:\\two\\"});
-const std::string kTwo = "First (C:\\), Second (D:\\two\\)";
+const std::string kSecond = ", Second (D:\\two\\)";
+const std::string kTwo = "First (C:\\)" + kSecond;
 
 // A game outside the prefix, and the Windows path of its folder.
 fs::path Elsewhere() { return Root() / "elsewhere" / "W40k.exe"; }
@@ -45,19 +45,21 @@ TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
     EXPECT_EQ(CountWindows("frmMain"), 0) << "before the dialog has ended";
     EXPECT_EQ(Focus(), "OKButton");
   };
-  Check("", {"none", {isFirst}, "(No installation was found. Click on + and pick the game's W40k.exe.)"});
-  Check("",
-        {"all, in their order, each folder with one backslash at its end",
-         {isFirst},
-         "Dawn of War (C:\\D\xF6W\\), Dawn of War Demo (C:\\Demo\\), Dawn of War Beta (D:\\)",
-         Text({"[Games]", "DoW1=Dawn of War", "Count=3", "DoW2=Dawn of War Demo", "DoW3=Dawn of War Beta",
-               "[Dawn of War]", "Path=C:\\D\xF6W\\", "AutoPath=1", "[Dawn of War Demo]", "Path=C:\\Demo\\",
-               "AutoPath=1", "[Dawn of War Beta]", "Path=D:\\", "AutoPath=1"})},
-        {{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}});
+  const Act seesNone = Shows("lstGames", "(No installation was found. Click on + and pick the game's W40k.exe.)");
+  const Act install = [] {
+    SetRegistry({{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}});
+  };
+  Check("", "in their order, each folder with one backslash at its end",
+        {isFirst, seesNone, Click("OKButton"), install, kOpen},
+        "Dawn of War (C:\\D\xF6W\\), Dawn of War Demo (C:\\Demo\\), Dawn of War Beta (D:\\)",
+        Text({"[Games]", "DoW1=Dawn of War", "Count=3", "DoW2=Dawn of War Demo", "DoW3=Dawn of War Beta",
+              "[Dawn of War]", "Path=C:\\D\xF6W\\", "AutoPath=1", "[Dawn of War Demo]", "Path=C:\\Demo\\", "AutoPath=1",
+              "[Dawn of War Beta]", "Path=D:\\", "AutoPath=1"}));
 }
 
 TEST(Setup, AddsAGameByNameAndExecutable) {
   const Message taken = {"New", "Please enter a unique name.", "information", {"OK"}};
+  const Message unread = Failed("New", kUnread, "Nothing was changed.");
   const std::string three = Text({"[Games]", "Count=3", "DoW1=New", "DoW2=First", "DoW3=Second"});
   const std::string withThird = With(three, "DoW1=New", "DoW1=Third");
   const Act registry = [] {
@@ -71,71 +73,57 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
   };
   const std::string longName(120, 'x');
-  const Row rows[] = {
-      {"in the registry's folder, where the dialog starts, as it is spelled on the disk",
-       {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")},
-       kTwo + ", <b>x</b> & y (C:\\Games\\D\xF6W\\)",
-       With(With(kTwoGames, "Count=2", "Count=3"), "DoW2=Second", "DoW2=Second\r\nDoW3=<b>x</b> & y") +
-           Text({"[<b>x</b> & y]", "Path=C:\\Games\\D\xF6W\\", "AutoPath=0"})},
-      {"not after a cancel of the name", {kOpen, Click("cmdnew"), Answer("Cancel")}, kTwo},
-      {"not with a taken name", {kOpen, Name("Second"), Sees(taken), Answer("OK")}, kTwo},
-      {"not after a cancel of the file", {kOpen, Name("Third"), Close()}, kTwo},
-      {"beside what another program has added meanwhile",
-       {kOpen, Name("Third"), Write(three), Pick(Elsewhere())},
-       "New (C:\\), First (C:\\), Second (C:\\), Third (" + OnZ() + ")",
-       With(With(three, "Count=3", "Count=4"), "DoW3=Second", "DoW3=Second\r\nDoW4=Third") +
-           Text({"[Third]", "Path=" + OnZ(), "AutoPath=0"})},
-      {"not with a name that another program has taken meanwhile",
-       {kOpen, Name("Third"), Write(withThird), Pick(Elsewhere()), Sees(taken), Answer("OK")},
-       kTwo,
-       withThird},
-      {"not in a folder that the code page cannot spell", refuses(u8"\u017Bycie", "W40k.exe cannot be used"), kTwo},
-      {"nor in one that is cut when it is read", refuses(fs::path(longName) / longName, "more than 254 characters"),
-       kTwo},
-  };
-  for (const Row& row : rows) Check(kTwoGames, row);
+  Check(kTwoGames, "in the registry's folder, where the dialog starts, as it is spelled on the disk",
+        {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")}, kTwo + ", <b>x</b> & y (C:\\Games\\D\xF6W\\)",
+        With(With(kTwoGames, "Count=2", "Count=3"), "DoW2=Second", "DoW2=Second\r\nDoW3=<b>x</b> & y") +
+            Text({"[<b>x</b> & y]", "Path=C:\\Games\\D\xF6W\\", "AutoPath=0"}));
+  Check(kTwoGames, "not with a taken name, nor after a cancel of the name or the file",
+        {kOpen, Name("Second"), Sees(taken), Answer("OK"), Click("cmdnew"), Answer("Cancel"), Name("Third"), Close()},
+        kTwo);
+  Check(kTwoGames, "not where the settings cannot be read",
+        {kOpen, Write(kUnreadable), Name("Third"), Sees(unread), Answer("OK")}, kTwo, kUnreadable);
+  Check(kTwoGames, "beside what another program has added meanwhile",
+        {kOpen, Name("Third"), Write(three), Pick(Elsewhere())},
+        "New (C:\\), First (C:\\), Second (C:\\), Third (" + OnZ() + ")",
+        With(With(three, "Count=3", "Count=4"), "DoW3=Second", "DoW3=Second\r\nDoW4=Third") +
+            Text({"[Third]", "Path=" + OnZ(), "AutoPath=0"}));
+  Check(kTwoGames, "not with a name that another program has taken meanwhile",
+        {kOpen, Name("Third"), Write(withThird), Pick(Elsewhere()), Sees(taken), Answer("OK")}, kTwo, withThird);
+  Check(kTwoGames, "not in a folder that the code page cannot spell",
+        refuses(u8"\u017Bycie", "W40k.exe cannot be used"), kTwo);
+  Check(kTwoGames, "nor in one that is cut when it is read",
+        refuses(fs::path(longName) / longName, "more than 254 characters"), kTwo);
 }
 
-TEST(Setup, RemovesAGameAndKeepsItsMods) {
-  const std::string three =
-      With(FourMods(), "Count=1\r\nDoW1=Dawn of War", "Count=3\r\nDoW1=A\r\nDoW2=Dawn of War\r\nDoW3=C");
-  const std::string two = With(With(three, "[Games]\r\nCount=3", "[Games]\r\nCount=2"), "DoW2=Dawn of War", "DoW2=C");
-  const std::string entry = "Dawn of War (C:\\Games\\D\xF6W\\)";
-  const std::string all = "A (C:\\), [" + entry + "], C (C:\\)";
-  const Act select = Click("lstGames", entry);
+TEST(Setup, RemovesAGameWhenTheUserSaysSo) {
+  const std::string one = Text({"[Games]", "Count=1", "DoW1=First", "DoW2=Second", "[Second]", "Path=D:\\two\\"});
+  const Message question = {"Delete", "Really Delete 'First'?", "", {"Yes", "No"}};
   const Act click = Click("cmdDelete");
+  const Act select = Click("lstGames", "First (C:\\)");
   const Act enter = Press(Key::Enter);
-  const Row rows[] = {
-      {"the later ones move up, and the keyboard alone will do",
-       {GoTo("cmdGoToGames"), enter, GoTo("lstGames"), Press(Key::Down), Press(Key::Down), GoTo("cmdDelete"), enter,
-        Sees(Message{"Delete", "Really Delete 'Dawn of War'?", "", {"Yes", "No"}}), enter},
-       "A (C:\\), C (C:\\)",
-       two},
-      {"not for No", {kOpen, select, click, Answer("No")}, all},
-      {"nothing is selected", {kOpen, click}, "A (C:\\), " + entry + ", C (C:\\)"},
-  };
-  for (const Row& row : rows) Check(three, row);
+  Check(kTwoGames, "by the keyboard alone",
+        {GoTo("cmdGoToGames"), enter, GoTo("lstGames"), Press(Key::Down), GoTo("cmdDelete"), enter, Sees(question),
+         enter},
+        "Second (D:\\two\\)", With(one, "DoW1=First", "DoW1=Second"));
+  Check(kTwoGames, "not where none is selected, nor for No", {kOpen, click, select, click, Answer("No")},
+        "[First (C:\\)]" + kSecond);
 }
 
 TEST(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
   const Act reloaded = Shows("lstGame", "[Dawn of War], Second");
   const Act asItWas = Shows("lstGame", "Dawn of War, [Second]");
-  const Row rows[] = {
-      {"Enter", {kChooseSecond, kOpen, Press(Key::Enter), reloaded}, "Other | ()"},
-      {"Escape", {kChooseSecond, kOpen, Press(Key::Escape), asItWas}, "Other | ()"},
-  };
-  for (const Row& row : rows) Check(TwoGames(), row);
+  Check(TwoGames(), "", {kChooseSecond, kOpen, Press(Key::Escape), asItWas, kOpen, Press(Key::Enter), reloaded},
+        "Other | ()");
 }
 
 TEST(Setup, TheMainWindowIsOutOfUseUntilItHasEnded) {
   const Act isRefused = [] {
     EXPECT_EQ(CountWindows("frmMain"), 1) << "it refuses to be closed";
     EXPECT_EQ(CountWindows("frmDoWSetup"), 1) << "and opens no second dialog";
+    EXPECT_EQ(Focus(), "OKButton");
   };
-  const Act isInFront = Focused("OKButton");  // again
-  Try(FourMods(), {"",
-                   {kOpen, kOpen, isInFront, Close("frmMain"), isRefused, Click("OKButton"), Focused("lstGame")},
-                   "Beta, Delta | Alpha, Gamma"});
+  Try(FourMods(), "", {kOpen, kOpen, Close("frmMain"), isRefused, Click("OKButton"), Focused("lstGame")},
+      "Beta, Delta | Alpha, Gamma");
 }
 
 TEST(Setup, TheWaitEndsWhenTheToolIsAskedToQuit) {

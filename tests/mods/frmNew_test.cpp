@@ -23,44 +23,32 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
   const auto listed = [](const std::string& name) { return "Beta, Delta, " + name + " | Alpha, Gamma"; };
   const std::string asBefore = "Beta, Delta | Alpha, Gamma";
   const Act seesFolders = Shows("lstDirs", "b, B\xE4r, Data, data2, Zoo");
-  const Row rows[] = {
-      {"with its folders in the order of the list, and without a character that the code page lacks",
-       {open, seesFolders, Type(" N\xE9w & <i>"), Paste(u"\u65E5\U0001F600\u20AC"), Click("lstDirs", "Zoo"),
-        Click("lstDirs", "data2"), Click("lstDirs", "Data"), Click("lstDirs", "b"), Click("lstDirs", "Data"), ok},
-       listed("N\xE9w & <i>\x80"),
-       AndFifth({" N\xE9w & <i>\x80", "0", {"b", "data2", "Zoo"}})},
-      {"a name must be there, blanks are none, and it can be put right at once",
-       {open, ok, Sees(kEmptyName), Press(Key::Escape), Type("  "), ok, Sees(kEmptyName), Answer("OK"), Type("x"),
-        enter},
-       listed("x"),
-       AndFifth({"  x", "0"})},
-      {"that of an available mod is taken",
-       {open, Type("Beta"), ok, Sees(kTakenName), Press(Key::Escape), Type("x"), enter},
-       listed("Betax"),
-       AndFifth({"Betax", "0"})},
-      {"letter case and blanks count, and the keyboard alone will do",
-       {Click("lstNotActive", "Beta"), Press(Key::Insert), Type(" beta"), GoTo("lstDirs"), Press(Key::Down),
-        Press(Key::Space), enter},
-       listed("beta"),
-       AndFifth({" beta", "0", {"B\xE4r"}})},
-      {"not after Cancel", {open, Type("New"), Click("CancelButton")}, asBefore},
-      {"not after Escape", {open, Type("New"), Press(Key::Escape)}, asBefore},
-      {"not for a game that went meanwhile",
-       {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close()},
-       asBefore,
-       noGame},
-  };
-  for (const Row& row : rows) Check(FourMods(), row);
+  Check(FourMods(), "with its folders in the order of the list, and without a character that the code page lacks",
+        {open, seesFolders, Type(" N\xE9w & <i>"), Paste(u"\u65E5\U0001F600\u20AC"), Click("lstDirs", "Zoo"),
+         Click("lstDirs", "data2"), Click("lstDirs", "Data"), Click("lstDirs", "b"), Click("lstDirs", "Data"), ok},
+        listed("N\xE9w & <i>\x80"), AndFifth({" N\xE9w & <i>\x80", "0", {"b", "data2", "Zoo"}}));
+  Check(FourMods(), "a name must be there, and is put right at once",
+        {open, Type("  "), ok, Sees(kEmptyName), Answer("OK"), Type("x"), enter}, listed("x"), AndFifth({"  x", "0"}));
+  Check(FourMods(), "that of an available mod is taken",
+        {open, Type("Beta"), ok, Sees(kTakenName), Press(Key::Escape), Type("x"), enter}, listed("Betax"),
+        AndFifth({"Betax", "0"}));
+  Check(FourMods(), "letter case and blanks count, and the keyboard alone will do",
+        {Click("lstNotActive", "Beta"), Press(Key::Insert), Type(" beta"), GoTo("lstDirs"), Press(Key::Down),
+         Press(Key::Space), enter},
+        listed("beta"), AndFifth({" beta", "0", {"B\xE4r"}}));
+  Check(FourMods(), "not after Cancel", {open, Type("New"), Click("CancelButton")}, asBefore);
+  Check(FourMods(), "nor after Escape", {open, Type("New"), Press(Key::Escape)}, asBefore);
+  Check(FourMods(), "not for a game that went meanwhile",
+        {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close()}, asBefore, noGame);
 
   const Act seesBoth = [] { EXPECT_EQ(CountWindows("frmNew"), 2); };
-  Check(TwoGames(), {"dialogs are independent, and write to the game then selected",
-                     {open, Type("Twin"), open, seesBoth, Type("New"), ok, kChooseSecond, ok},
-                     "Other, Twin | ()",
-                     With(With(TwoGames(), "ModCount=4", "ModCount=5"), "ModCount=1", "ModCount=2") +
-                         Section("5", {"New", "0"}) + Text({"[Second.2]", "Name=Twin", "Active=0", "DirCount=0"})});
-  Check(noGame, {"not without a game", {open, Sees(kNoGame), Answer("OK")}, "() | ()"});
-  Check(With(FourMods(), "D\xF6W\\", "D\xF6W"),
-        {"a folder without its last backslash is the same folder", {open, seesFolders, Close()}, asBefore});
+  Check(TwoGames(), "dialogs are independent, and write to the game then selected",
+        {open, Type("Twin"), open, seesBoth, Type("New"), ok, kChooseSecond, ok}, "Other, Twin | ()",
+        With(With(TwoGames(), "ModCount=4", "ModCount=5"), "ModCount=1", "ModCount=2") + Section("5", {"New", "0"}) +
+            Text({"[Second.2]", "Name=Twin", "Active=0", "DirCount=0"}));
+  Check(noGame, "not without a game", {open, Sees(kNoGame), Answer("OK")}, "() | ()");
+  Check(With(FourMods(), "D\xF6W\\", "D\xF6W"), "a folder without its last backslash is the same folder",
+        {open, seesFolders, Close()}, asBefore);
 }
 
 TEST(NewMod, NeedsNoFolderAndTheToolEndsWithItsLastDialog) {

@@ -15,44 +15,36 @@ namespace {
 
 const std::string kLists = "Beta, Delta | Alpha, Gamma";
 
-Act WriteMakeIni(const std::string& text) {
-  return [=] { WriteFile(ExecutableFolder() / "Make.ini", "[Make]\n" + text); };
+Act WriteOwn(const std::string& file, const std::string& text) {
+  return [=] { WriteFile(ExecutableFolder() / file, text); };
 }
 
 // By the one command that changes nothing else.
 const Act kWriteModule = Click("cmdActivate1");
 
 TEST(ModuleWriter, MakeIniNamesTheFiles) {
-  const Act writeTemplates = [] {
-    WriteFile(ExecutableFolder() / "sub" / "top.txt", "top");
-    WriteFile(ExecutableFolder() / "sub" / "end.txt", "end");
-  };
-  const Act makeIni = WriteMakeIni("Outfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
-  Check(FourMods(), {"", {makeIni, writeTemplates, kWriteModule}, kLists});
+  const Act makeIni = WriteOwn("Make.ini", "[Make]\nOutfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
+  Check(FourMods(), "", {makeIni, WriteOwn("sub/top.txt", "top"), WriteOwn("sub/end.txt", "end"), kWriteModule},
+        kLists);
   EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
             Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
   const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
   const Names folders = {"GammaData", "GammaSound", "AlphaData"};
-  Check(FourMods(), {"without it they have their usual names", {removeMakeIni, kWriteModule}, kLists, {}, folders});
+  Check(FourMods(), "without it they have their usual names", {removeMakeIni, kWriteModule}, kLists, {}, folders);
 }
 
 TEST(ModuleWriter, TheModuleFileIsFoundInAnySpelling) {
   const Act writeOld = [] { WriteFile(GameFolder() / "uLVANE.MODULE", "old"); };
-  Try(With(FourMods(), "C:\\Games\\D\xF6W\\", "c:/GAMES\\d\xD6w\\"), {"", {writeOld, kWriteModule}, kLists});
+  Try(With(FourMods(), "C:\\Games\\D\xF6W\\", "c:/GAMES\\d\xD6w\\"), "", {writeOld, kWriteModule}, kLists);
   EXPECT_NE(ReadFile(GameFolder() / "uLVANE.MODULE"), "old");
   EXPECT_EQ(std::distance(fs::directory_iterator(GameFolder()), {}), 2)
       << "the folder of the mods, and one module file";
 }
 
-TEST(ModuleWriter, NothingIsWrittenForAGameThatIsNotRegisteredOrHasNoFolder) {
-  const Message noGame = {"Make Module", "Please set up a game first.", "exclamation", {"OK"}};
-  for (const std::string& settings :
-       {With(FourMods(), "DoW1=Dawn of War", "DoW1=Renamed"), With(FourMods(), "Path=C:\\Games\\D\xF6W\\", "Path=")})
-    Check(FourMods(), {"", {Write(settings), kWriteModule, Sees(noGame), Answer("OK")}, kLists, settings});
-}
-
 TEST(ModuleWriter, AFailureIsSaid) {
-  Reset();
+  const std::string noFolder = With(FourMods(), "Path=C:\\Games\\D\xF6W\\", "Path=");
+  const Message noGame = {"Make Module", "Please set up a game first.", "exclamation", {"OK"}};
+  Check(FourMods(), "", {Write(noFolder), kWriteModule, Sees(noGame), Answer("OK")}, kLists, noFolder);
   const std::string game = "C:\\Games\\D\xF6W\\";
   // From the game's folder to the tool's.
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
@@ -63,16 +55,15 @@ TEST(ModuleWriter, AFailureIsSaid) {
   };
   const auto tryFailure = [&](const std::string& settings, const std::string& makeIni, const std::string& said) {
     const Message message = {"Make Module", said + "\n\nThe module file was left as it was.", "critical", {"OK"}};
-    Check(settings,
-          {said.c_str(), {writeProgram, WriteMakeIni(makeIni), kWriteModule, Sees(message), Answer("OK")}, kLists});
+    Check(settings, said,
+          {writeProgram, WriteOwn("Make.ini", "[Make]\n" + makeIni), kWriteModule, Sees(message), Answer("OK")},
+          kLists);
   };
   tryFailure(FourMods(), "Header=TOP\n",
              platform::Shown(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");
   tryFailure(FourMods(), "Outfile=w40K.EXE\n", game + "w40K.EXE could not be written: It is a program.");
-  for (const char* const file : {"ulvane.ini", "FOOTER"}) {
-    const std::string path = own + file;
-    tryFailure(FourMods(), "Outfile=" + path + "\n", std::string(game).append(path).append(ownFile));
-  }
+  for (const std::string file : {"ulvane.ini", "FOOTER"})
+    tryFailure(FourMods(), "Outfile=" + own + file + "\n", game + own + file + ownFile);
   tryFailure(With(FourMods(), "Path=C:", "Path=Q:"), "",
              "Q:" + game.substr(2) + "Ulvane.module could not be written: No such device.");
 }

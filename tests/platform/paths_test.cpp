@@ -49,13 +49,11 @@ class Paths : public testing::Test {
 };
 
 TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
-  struct Row {
+  const struct {
     std::string path;
     std::optional<fs::path> inPrefix;
     std::optional<fs::path> onWindows;
-  };
-  const Row rows[] = {
-      {"C:\\Games\\DoW\\", devices_ / "c:/Games/DoW/", "C:\\Games\\DoW\\"},
+  } rows[] = {
       {"c:/Games/DoW/x.module", devices_ / "c:/Games/DoW/x.module", "c:\\Games\\DoW\\x.module"},
       {"C:\\Spi\xE9le \x80\\", devices_ / u8"c:/Spi\u00E9le \u20AC/", u8"C:\\Spi\u00E9le \u20AC\\"},
       {"C:", devices_ / "c:", "C:\\"},
@@ -66,11 +64,10 @@ TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
       {"/opt/x/", "/opt/x/", {}},
       {"\\\\server\\share\\x", {}, "\\\\server\\share\\x"},
       {"Games\\DoW", {}, {}},
-      {"\\Games", {}, {}},
       {"1:\\x", {}, {}},
       {"", {}, {}},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     const auto path = ToHostPath(row.path);
     const auto& expected = fs::exists(devices_) ? row.inPrefix : row.onWindows;
     EXPECT_EQ(path.value_or("").native(), expected.value_or("").native()) << row.path;
@@ -95,13 +92,11 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
   fs::create_directory_symlink("/usr", DriveC() / "linked");
   fs::create_directory_symlink("/usr", devices_ / "u:");
   const Row rows[] = {
-      {games_ / "W40k.exe", "C:\\Games\\W40k.exe"},
       {devices_ / "c:" / "Games" / "W40k.exe", "C:\\Games\\W40k.exe"},
       {DriveC() / "linked" / "W40k.exe", "C:\\linked\\W40k.exe"},
       {games_ / ".." / "a", "C:\\a"},
       {mounted_ / u8"Spi\u00E9le" / "x", "G:\\Spi\xE9le\\x"},
       {"/usr2/x", "Z:\\usr2\\x"},  // not on the drive whose folder is /usr
-      {"/W40k.exe", "Z:\\W40k.exe"},
       {"/usr/x", "U:\\x"},
       {u8"/\u017Bycie/x", {}},
       {"/back\\slash", {}},
@@ -126,8 +121,7 @@ TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
       {given / u8"b\u00FCro \u0152/X/New.txt", games_ / u8"B\u00DCRO \u0153/x/New.txt"},
       {given / u8"b\u00FCro \u0152/", games_ / u8"B\u00DCRO \u0153/"},
       {given / u8"missing/b\u00FCro \u0152", games_ / u8"missing/b\u00FCro \u0152"},
-      {given / u8"b?ro \u0153", games_ / u8"b?ro \u0153"},
-      {given / "b*", games_ / "b*"},
+      {given / "b?ro*", games_ / "b?ro*"},
       {given / "FILE" / "x", games_ / "file" / "x"},
 #ifdef _WIN32
       {"c:/gAMES", "c:\\Games"},

@@ -25,6 +25,7 @@ TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
       {"[My Section]\nKey=\n", ""},
       {"[My Section]\nKey= \"a=b' \" \n", "a=b' "},
       {"[My Section]\nKey=''\n", ""},
+      {"[My Section]\nKey=\"\"\n", ""},
       {"[My Section]\nKey=\"\"x\"\"\n", "\"x\""},
       {"[My Section]\nKey=\"x'\n", "\"x'"},
       {"[My Section]\nKey='\n", "'"},
@@ -58,14 +59,11 @@ TEST(ProfileText, ChangesNoByteThatIsNotConcerned) {
     EXPECT_EQ(text.Text(), row.after) << row.rule;
   }
   ProfileText text("[A]\n");
-  text.Set("A", "a\r\nb",
-           std::string("1\n\0"
-                       "2",
-                       4));
-  EXPECT_EQ(text.Text(), "[A]\na  b=1  2\n");
+  text.Set("A", "a\r\nb", std::string("1\n\0 2", 5));
+  EXPECT_EQ(text.Text(), "[A]\na  b=1   2\n");
   text.Set("A", "[B", "x]");
   text.Set("B=x", "y", "2");
-  EXPECT_EQ(text.Text(), "[A]\na  b=1  2\n[B=x]\ny=2\n") << "a key that looks like a header becomes one";
+  EXPECT_EQ(text.Text(), "[A]\na  b=1   2\n[B=x]\ny=2\n") << "a key that looks like a header becomes one";
 }
 
 // In one pass: with the square of a megabyte, this would not come to an end.

@@ -34,15 +34,9 @@ class Settings : public testing::Test {
   void SetUp() override { support::Reset(); }
 };
 
-TEST_F(Settings, EachCallReadsOrReplacesTheFileAsItIs) {
+TEST_F(Settings, EachCallReadsOrReplacesAFileOfAnySizeAndReadsGiveAtMost254Characters) {
   PutSetting("Games", "Count", "1");
   EXPECT_EQ(ReadFile(SettingsFile()), "[Games]\r\nCount=1\r\n");
-  WriteFile(SettingsFile(), "[A]\nx=2\nActive=many\n");
-  EXPECT_EQ(GetSetting("A", "x", ""), "2");
-  EXPECT_EQ(Module1::Settings().GetNumber("A", "Active", 7), 7);
-}
-
-TEST_F(Settings, ReadsGiveAtMost254CharactersOfAFileOfAnySize) {
   const std::string whole(254, 'a');
   for (const std::size_t size : {std::size_t{255}, std::size_t{256} * 1024 - 10, std::size_t{3'000'000}}) {
     const std::string text = "[A]\nfits=" + whole + "\ncut=" + std::string(size, 'a') + "\nlast=";
@@ -74,14 +68,14 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
 
 TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   const struct {
-    std::string count;
+    const char* count;
     std::int64_t read;
-  } rows[] = {{"2", 2}, {" 5 ", 5}, {"-7", 3}, {"32767", 32767}, {"32768", 3}, {"2147483648", 3}, {"four", 3}, {"", 3}};
+  } rows[] = {{"2", 2}, {" 5 ", 5}, {"-7", 3}, {"32767", 32767}, {"32768", 3}, {"four", 3}, {"", 3}};
   for (const auto& [count, read] : rows) {
-    std::string text = "[Games]\nCount=";
-    text.append(count).append("\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=").append(count);
-    text.append("\n[G.1]\nDirCount=").append(count).append("\nDir1=a\nDir2=\nDir3=c\nDir5=e\n");
-    const Module1::Settings settings(text + "[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
+    const Module1::Settings settings(
+        std::string("[Games]\nCount=") + count + "\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=" + count +
+        "\n[G.1]\nDirCount=" + count +
+        "\nDir1=a\nDir2=\nDir3=c\nDir5=e\n[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
     EXPECT_EQ(settings.GameCount(), read) << count;
     EXPECT_EQ(settings.ModCount("G"), read) << count;
     EXPECT_EQ(settings.DirCount("G.1"), read) << count;
@@ -103,18 +97,14 @@ TEST_F(Settings, NoChangeIsLostToAnotherAtTheSameTime) {
 }
 
 TEST_F(Settings, AChangeReachesTheFileWhenItIsSaved) {
-  WriteFile(SettingsFile(), "[A]\nx=1\n");
-  const std::string longer(300, 'y');
-  for (const bool isSaved : {false, true}) {
-    Module1::Change change;
-    change.PutSetting("A", "x", "2");
-    change.PutSetting("B", "y", longer);
-    EXPECT_EQ(change.GetSetting("B", "y", ""), longer.substr(0, 254));
-    EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=1\n");
-    EXPECT_FALSE(isSaved && change.Save());
-    EXPECT_EQ(change.GetSetting("A", "x", ""), "2");
-  }
-  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nx=2\n[B]\ny=" + longer + "\n");
+  WriteFile(SettingsFile(), "[A]\nActive=many\n");
+  Module1::Change change;
+  EXPECT_EQ(change.GetNumber("A", "Active", 7), 7);
+  change.PutSetting("A", "Active", "2");
+  EXPECT_EQ(change.GetSetting("A", "Active", ""), "2");
+  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nActive=many\n");
+  EXPECT_FALSE(change.Save());
+  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nActive=2\n");
 }
 
 }  // namespace

@@ -2,18 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "platform/paths.h"
 #include "support/own_folder.h"
-#include "support/system.h"
 #include "support/user.h"
 
-// A registered game with four mods, of which the first and the third are active; and rows of what a user does with it.
+// A registered game with four mods, of which the first and the third are active.
 namespace support {
 
 using Names = std::vector<std::string>;
@@ -71,11 +70,20 @@ inline std::filesystem::path GameFolder() { return DriveC() / "Games" / u8"D\u00
 inline std::filesystem::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
 
 // The whole module file, when these are the folders between header and footer.
-inline std::string Module(const Names& folders, std::int64_t number = 5) {
+inline std::string Module(const Names& folders) {
   std::string text = ReadFile(ExecutableFolder() / "HEADER");
+  int number = 5;
   for (const std::string& folder : folders) text += Text({"DataFolder." + std::to_string(number++) + " = " + folder});
   return text + ReadFile(ExecutableFolder() / "FOOTER");
 }
+
+// What the user is told of the settings file.
+inline Message Failed(const std::string& title, const std::string& how, const std::string& outcome) {
+  return {title, platform::Shown({SettingsFile().native()}) + how + "\n\n" + outcome, "critical", {"OK"}};
+}
+
+inline const std::string kUnread = " could not be read: It is text in UTF-16.";  // of these settings:
+inline const std::string kUnreadable = "\xFF\xFE";
 
 inline void ResetWithFourMods() {
   Reset();
@@ -113,34 +121,29 @@ inline Act Shows(const std::string& list, const std::string& shown) {
   return [=] { EXPECT_EQ(Shown(list), shown); };
 }
 
-// What the user sees in the end, and what is then on the disk.
-struct Row {
-  const char* rule;
-  std::vector<Act> acts;
-  std::string lists;                         // the games, where the setup dialog is open; "available | active"
-  std::optional<std::string> settings = {};  // none when they are as before
-  std::optional<Names> moduleFolders = {};   // none when there is no module file
-};
-
-// Without a look at the disk.
-inline void Try(const std::string& settings, const Row& row, const std::vector<Installation>& registry = {}) {
-  SCOPED_TRACE(row.rule);
+// What the user sees in the end of the acts: the games, where the setup dialog is open; "available | active" otherwise.
+inline void Try(const std::string& settings, const std::string& rule, const std::vector<Act>& acts,
+                const std::string& lists) {
+  SCOPED_TRACE(rule);
   ResetWithFourMods();
-  SetRegistry(registry);
   WriteFile(SettingsFile(), settings);
   const Act look = [&] {
     EXPECT_FALSE(ShownMessage());
     EXPECT_FALSE(Exists("frmNew"));
     const bool isInSetup = CountWindows("frmDoWSetup") > 0;
-    EXPECT_EQ(isInSetup ? Shown("lstGames") : Shown("lstNotActive") + " | " + Shown("lstActive"), row.lists);
+    EXPECT_EQ(isInSetup ? Shown("lstGames") : Shown("lstNotActive") + " | " + Shown("lstActive"), lists);
   };
-  EXPECT_FALSE(Use({InTurn(row.acts), look})) << "it ends by itself";
+  EXPECT_FALSE(Use({InTurn(acts), look})) << "it ends by itself";
 }
 
-inline void Check(const std::string& settings, const Row& row, const std::vector<Installation>& registry = {}) {
-  Try(settings, row, registry);
-  EXPECT_EQ(ReadFile(SettingsFile()), row.settings.value_or(settings)) << row.rule;
-  EXPECT_EQ(ReadFile(ModuleFile()), row.moduleFolders ? Module(*row.moduleFolders) : "") << row.rule;
+// And what is then on the disk: the settings, none when they are as before, and the folders in the module file, none
+// when there is no such file.
+inline void Check(const std::string& settings, const std::string& rule, const std::vector<Act>& acts,
+                  const std::string& lists, const std::optional<std::string>& newSettings = {},
+                  const std::optional<Names>& moduleFolders = {}) {
+  Try(settings, rule, acts, lists);
+  EXPECT_EQ(ReadFile(SettingsFile()), newSettings.value_or(settings)) << rule;
+  EXPECT_EQ(ReadFile(ModuleFile()), moduleFolders ? Module(*moduleFolders) : "") << rule;
 }
 
 }  // namespace support

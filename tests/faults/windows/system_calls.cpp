@@ -1,34 +1,33 @@
 #include "tests/faults/system_calls.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 #include <type_traits>
+#include <utility>
 
 #include "platform/windows/system.h"
 #include "support/own_folder.h"
 
 // The program calls the system through addresses in a table, in which ours take the place of the system's: the call's
-// name, what it returns when it fails, and what is called in its place.
+// name, and what it returns when it fails.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
-#define GANTREL_CALLS(CALL)                                     \
-  CALL(CreateFileW, INVALID_HANDLE_VALUE, Create)               \
-  CALL(DeleteFileW, FALSE)                                      \
-  CALL(FindFirstFileExW, INVALID_HANDLE_VALUE)                  \
-  CALL(FlushFileBuffers, FALSE, Flush)                          \
-  CALL(GetFileAttributesW, INVALID_FILE_ATTRIBUTES, Attributes) \
-  CALL(GetFileInformationByHandle, FALSE)                       \
-  CALL(GetFileSecurityW, FALSE)                                 \
-  CALL(GetFileType, FILE_TYPE_UNKNOWN)                          \
-  CALL(GetFinalPathNameByHandleW, 0)                            \
-  CALL(GetFullPathNameW, 0)                                     \
-  CALL(GetModuleFileNameW, 0)                                   \
-  CALL(ReadFile, FALSE)                                         \
-  CALL(SetEndOfFile, FALSE)                                     \
-  CALL(SetFileInformationByHandle, FALSE, Rename)               \
-  CALL(SetFilePointerEx, FALSE)                                 \
-  CALL(SetFileSecurityW, FALSE)                                 \
-  CALL(WriteFile, FALSE, Write)
+#define GANTREL_CALLS(CALL)                         \
+  CALL(CreateFileW, INVALID_HANDLE_VALUE)           \
+  CALL(DeleteFileW, FALSE)                          \
+  CALL(FindFirstFileExW, INVALID_HANDLE_VALUE)      \
+  CALL(FlushFileBuffers, FALSE)                     \
+  CALL(GetFileAttributesW, INVALID_FILE_ATTRIBUTES) \
+  CALL(GetFileInformationByHandle, FALSE)           \
+  CALL(GetFileSecurityW, FALSE)                     \
+  CALL(GetFileType, FILE_TYPE_UNKNOWN)              \
+  CALL(GetFinalPathNameByHandleW, 0)                \
+  CALL(GetFullPathNameW, 0)                         \
+  CALL(GetModuleFileNameW, 0)                       \
+  CALL(ReadFile, FALSE)                             \
+  CALL(SetEndOfFile, FALSE)                         \
+  CALL(SetFileInformationByHandle, FALSE)           \
+  CALL(SetFilePointerEx, FALSE)                     \
+  CALL(SetFileSecurityW, FALSE)                     \
+  CALL(WriteFile, FALSE)
 #define GANTREL_ADDRESS(name, ...) extern "C" decltype(&(name)) __imp_##name;
 GANTREL_CALLS(GANTREL_ADDRESS)
 GANTREL_ADDRESS(Sleep)
@@ -39,63 +38,42 @@ namespace {
 std::filesystem::path link;        // what the tool is to take for one,
 std::filesystem::path linkTarget;  // and the file that it leads to
 
-template <auto& kAddress, typename Function = std::remove_reference_t<decltype(kAddress)>>
-struct Call;
-
-template <auto& kAddress, typename Result, typename... Arguments>
-struct Call<kAddress, Result(WINAPI*)(Arguments...)> {
-  using Function = Result(WINAPI*)(Arguments...);
-  static inline const char* name;
-  static inline Result failed;
-  static inline Function system;
-  static inline Function instead;
-
-  static Result WINAPI Meet(Arguments... arguments) { return Fails(name) ? failed : instead(arguments...); }
-
-  static void Take(const char* theName, Result onFailure, Function insteadOfTheSystem = kAddress) {
-    name = theName;
-    failed = onFailure;
-    system = kAddress;
-    instead = insteadOfTheSystem;
-    DWORD before = 0;
-    if (VirtualProtect(&kAddress, sizeof kAddress, PAGE_READWRITE, &before) == 0) throw std::runtime_error(theName);
-    kAddress = &Meet;
-  }
-};
-
-HANDLE WINAPI Create(const wchar_t* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD disposition,
-                     DWORD flags, HANDLE pattern) {
-  if (disposition == CREATE_NEW && !calls.takeNewFiles) {
-    SetLastError(ERROR_ACCESS_DENIED);
-    return INVALID_HANDLE_VALUE;
-  }
-  return Call<__imp_CreateFileW>::system(path == link ? linkTarget.c_str() : path, access, share, security, disposition,
-                                         flags, pattern);
-}
-
-DWORD WINAPI Attributes(const wchar_t* path) {
-  return Call<__imp_GetFileAttributesW>::system(path) | (path == link ? FILE_ATTRIBUTE_REPARSE_POINT : 0);
-}
-
-BOOL WINAPI Write(HANDLE file, const void* bytes, DWORD size, DWORD* written, OVERLAPPED* overlapped) {
-  calls.areUnflushed = true;
-  return Call<__imp_WriteFile>::system(file, bytes, size, written, overlapped);
-}
-
-BOOL WINAPI Flush(HANDLE /*file*/) {
-  calls.areUnflushed = false;
-  return TRUE;
-}
-
-BOOL WINAPI Rename(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what, void* information, DWORD size) {
-  EXPECT_FALSE(what == FileRenameInfo && calls.areUnflushed) << "takes the name before it is on the disk";
-  return Call<__imp_SetFileInformationByHandle>::system(file, what, information, size);
+// Puts ours in the place of what the address leads to, and returns that.
+template <typename Function>
+Function Take(Function& address, std::type_identity_t<Function> ours) {
+  DWORD before = 0;
+  if (VirtualProtect(&address, sizeof address, PAGE_READWRITE, &before) == 0) throw std::runtime_error("not taken");
+  return std::exchange(address, ours);
 }
 
 [[maybe_unused]] const bool areTaken = [] {
-#define GANTREL_TAKE(name, ...) Call<__imp_##name>::Take(#name, __VA_ARGS__);
+  static decltype(__imp_CreateFileW) create;
+  create =
+      Take(__imp_CreateFileW, [](auto path, auto access, auto share, auto security, auto disposition, auto... more) {
+        if (disposition != CREATE_NEW || calls.takeNewFiles)
+          return create(path == link ? linkTarget.c_str() : path, access, share, security, disposition, more...);
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+      });
+  static decltype(__imp_GetFileAttributesW) attributes;
+  attributes = Take(__imp_GetFileAttributesW, [](auto path) {
+    return attributes(path) | (path == link ? DWORD{FILE_ATTRIBUTE_REPARSE_POINT} : 0);
+  });
+  static decltype(__imp_SetFileInformationByHandle) rename;
+  rename = Take(__imp_SetFileInformationByHandle, [](auto file, auto what, auto... information) {
+    EXPECT_FALSE(calls.areWatched && what == FileRenameInfo && calls.areUnflushed)
+        << "takes the name before it is on the disk";
+    return rename(file, what, information...);
+  });
+  // The disk's own time would be most of the test's.
+  Take(__imp_FlushFileBuffers, [](auto) { return TRUE; });
+  Take(__imp_Sleep, [](auto) {});
+#define GANTREL_TAKE(name, failed)                                             \
+  static decltype(__imp_##name) system##name;                                  \
+  system##name = Take(__imp_##name, [](auto... arguments) {                    \
+    return Meet(#name) == Verdict::Fail ? failed : system##name(arguments...); \
+  });
   GANTREL_CALLS(GANTREL_TAKE)
-  __imp_Sleep = [](DWORD) {};
   return true;
 }();
 // NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)

@@ -53,90 +53,68 @@ class Launchers : public testing::Test {
   const std::string disk = disk_.string();
 };
 
-TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSay) {
-  const std::string games = disk + "/Games";
-  const std::string inLibrary = disk + "/steamapps/compatdata/4570/pfx";
-  const std::string list = "\"libraryfolders\"\n{\n\t\"0\"\n\t{\n\t\t\"path\"\t\t\"" + disk + "\"\n\t\t";
-  struct Row {
-    std::string file;  // of the launcher, below the home folder; made when it has a name
-    std::string text;
-    std::string prefix;  // below the home folder if not absolute
-  };
-  std::vector<Row> rows = {
-      {"", "", ".wine"},
-      {".local/share/Steam/steamapps/x", "", ".local/share/Steam/steamapps/compatdata/4570.20250104205827/pfx"},
-      {".steam/root/config/libraryfolders.vdf", list + "\"label\"\t\t\"\\\"{\"\n\t}\n}\n", inLibrary},
-      {".steam/root/steamapps/libraryfolders.vdf", "\"LibraryFolders\" { \"1\"\t\"" + disk + "\" }", inLibrary},
-      {".config/heroic/GamesConfig/A1.json", "{\n  \"A1\": {\n    \"winePrefix\": \"" + games + "\",\n", games},
-      {".config/heroic/config.json", R"({"defaultSettings":{"winePrefix":")" + games + "\"}}", games + "/Spi\u00E9l"},
-      {".var/app/com.heroicgameslauncher.hgl/config/heroic/config.json",
-       "{\n\t\"defaultWinePrefix\": \"" + games + "\"}", games + "/default/Dawn of War"},
-      {"", "", "Games/Heroic/Prefixes/Dawn of War/pfx"},
-      {"", "", "Games/Heroic/Prefixes/default/Dawn of War"},
-      {".config/lutris/games/dow.yml", "game:\n  arch: win32\n  prefix: " + games + "\ngame_slug: dow\n", games},
-      {".local/share/lutris/games/dow.yml", "game:\n  prefix: ~/Games/d\u00F6w\n", "Games/d\u00F6w/pfx"},
-      {".var/app/net.lutris.Lutris/config/lutris/games/dow.yml", "prefix: " + games + "/a\n  b\n", games + "/a b"},
-      {".var/app/net.lutris.Lutris/data/lutris/games/dow.yml", "prefix: \"" + disk + "\\xE9\\\n  \\ \\u4E00\"\n",
-       disk + "\u00E9 \u4E00"},
-      {"", "", ".local/share/bottles/bottles/Dawn of War"},
-      {"", "", ".var/app/com.usebottles.bottles/data/bottles/bottles/Dawn-of-War"},
-      {".local/share/bottles/data.yml", "custom_bottles_path: " + games + "\n", games + "/Dawn of War"},
-  };
-  for (const std::string steam :
-       {".steam/debian-installation", ".steam/steam", "snap/steam/common/.local/share/Steam",
-        ".var/app/com.valvesoftware.Steam/.local/share/Steam", ".var/app/com.valvesoftware.Steam/data/Steam"}) {
-    rows.push_back({steam + "/steamapps/libraryfolders.vdf", list + "}\n}\n", inLibrary});
-  }
-  for (const Row& row : rows) {
-    SetUp();
-    const fs::path prefix = home_ / row.prefix;
-    MakePrefix(prefix);
-    if (!row.file.empty()) WriteFile(home_ / row.file, row.text);
-    EXPECT_EQ(Texts(platform::Prefixes()), Paths{prefix.string()}) << row.file << "\n" << row.text;
-  }
-}
-
-TEST_F(Launchers, AreAskedInTheirOrderEachPrefixOnceAndNothingElseMatters) {
-  const fs::path lutris = home_ / ".config/lutris/games";
-  const Paths prefixes = {prefix_,
-                          home_ / ".wine",
-                          steam_ / "steamapps/compatdata/1/pfx",
-                          disk_ / "steamapps/compatdata/1",
-                          home_ / "Games/Heroic/Prefixes/x",
-                          disk_ / "lutris",
-                          disk_ / "lutris a",
-                          disk_ / "lutris b",
-                          disk_ / "lutris c",
-                          home_ / ".local/share/bottles/bottles/x"};
-  for (const std::string& prefix : prefixes) MakePrefix(prefix);
-  // Links to what is there already, in circles, and to nowhere.
-  fs::create_directories(home_ / ".steam");
-  fs::create_directory_symlink("steam", home_ / ".steam/steam");
-  fs::create_directory_symlink(steam_, home_ / ".steam/root");
-  fs::create_directory_symlink("1", steam_ / "steamapps/compatdata/2");
-  fs::create_directory_symlink("..", steam_ / "steamapps/compatdata/1/loop");
-  fs::create_directory_symlink(".", disk_ / "lutris/pfx");
-  fs::create_directory_symlink("/nowhere", home_ / ".local/share/bottles/bottles/gone");
-  // What is damaged, no file, or names what is not there.
-  WriteFile(steam_ / "config/libraryfolders.vdf", "\"libraryfolders\" { \"0\" { \"path\" \"/vanished\" \"1\" \"\\");
-  WriteFile(steam_ / "steamapps/libraryfolders.vdf",
-            "\"1\" \"" + steam_.string() + "/\" \"2\" \"\" \"3\" \"" + disk + "\" } } \"4\" \"/cut o");
-  WriteFile(lutris / "1.yml", "game: {prefix: [\n\t\xFF");
-  WriteFile(lutris / "2.yml", "prefix: /vanished/prefix\nother: " + disk + "/lutris\nmore: \"" + disk);
-  const std::string path = "\"" + disk + "/lutris ";
+TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAndEachOnce) {
+  const std::string lutris = ".config/lutris/games/";
+  const std::string flatpak = ".var/app/";
+  const std::string heroic = "Games/Heroic/Prefixes/";
+  const auto library = [this](const char* name) { return disk + "/" + name + "/steamapps/compatdata/1"; };
+  const auto list = [this](const char* name) { return R"("libraryfolders" { "0" { "path" ")" + disk + "/" + name; };
   std::string directives;  // more than half of what is read in all
   for (int i = 1'000'000; i < 1'070'000; ++i) directives += "%TAG !" + std::to_string(i) + "! x\n";
-  WriteFile(lutris / "2a.yml", std::string(20, '[') + path + "a\", [" + path + "too deep\"");
-  WriteFile(lutris / "2b.yml", directives + "--- " + path + "b\"");
-  WriteFile(lutris / "2c.yml", directives + "--- " + path + "too much\"");
-  WriteFile(lutris / "2d.yml", path + "c\"");
-  for (const char* const unread : {"too deep", "too much"}) MakePrefix(disk_ / ("lutris " + std::string(unread)));
-  fs::create_directories(lutris / "3.yml");
-  ASSERT_EQ(mkfifo((lutris / "4.yml").c_str(), 0600), 0);
-  fs::create_directories(home_ / ".config/heroic/config.json");
-  fs::create_directories(home_ / "Games/Heroic/Prefixes/no prefix/drive_c");
+  const struct {
+    std::string prefix;     // below the home folder if not absolute
+    std::string file = {};  // of the launcher, below the home folder
+    std::string text = {};
+  } rows[] = {
+      {prefix_},
+      {".wine"},
+      {".local/share/Steam/steamapps/compatdata/4570.20250104205827/pfx"},
+      {library("a"), ".local/share/Steam/steamapps/libraryfolders.vdf", list("a") + R"(" "label" "\"{" } })"},
+      {library("b"), ".local/share/Steam/config/libraryfolders.vdf",
+       R"("1" "/vanished" "2" "" "3" ")" + disk + "/b\" \"/c"},
+      {library("c"), flatpak + "com.valvesoftware.Steam/.local/share/Steam/config/libraryfolders.vdf",
+       list("c") + "\""},
+      {library("d"), flatpak + "com.valvesoftware.Steam/data/Steam/config/libraryfolders.vdf", list("d") + "\""},
+      {library("e"), "snap/steam/common/.local/share/Steam/config/libraryfolders.vdf", list("e") + "\""},
+      {library("f"), ".steam/debian-installation/config/libraryfolders.vdf", list("f") + "\""},
+      {library("g"), ".steam/root/config/libraryfolders.vdf", list("g") + "\""},
+      {library("h"), ".steam/steam/config/libraryfolders.vdf", list("h") + "\""},
+      {disk + "/1", ".config/heroic/GamesConfig/A1.json", "{ \"A1\": {\n\"winePrefix\": \"" + disk + "/1\",\n"},
+      {disk + "/2/Spi\u00E9l", ".config/heroic/config.json", R"({"defaultSettings":{"winePrefix":")" + disk + "/2\"}}"},
+      {disk + "/3/default/Dawn of War", flatpak + "com.heroicgameslauncher.hgl/config/heroic/config.json",
+       "{\n\t\"defaultWinePrefix\": \"" + disk + "/3\"}"},
+      {heroic + "Dawn of War/pfx"},
+      {heroic + "default/Dawn of War"},
+      {disk + "/4", lutris + "1.yml", "game:\n  arch: win32\n  prefix: " + disk + "/4\ngame_slug: dow\n"},
+      {disk + "/5", lutris + "2.yml", std::string(20, '[') + '"' + disk + "/5\", [\"" + disk + "/too deep\""},
+      {disk + "/6", lutris + "3.yml", directives + "--- \"" + disk + "/6\""},
+      {disk + "/7", lutris + "5.yml", "\"" + disk + "/7\", game: {prefix: [\n\t"},
+      {"Games/d\u00F6w/pfx", ".local/share/lutris/games/dow.yml", "game:\n  prefix: ~/Games/d\u00F6w\n"},
+      {disk + "/8 b", flatpak + "net.lutris.Lutris/config/lutris/games/dow.yml", "prefix: " + disk + "/8\n  b\n"},
+      {disk + "/\u00E9 \u4E00", flatpak + "net.lutris.Lutris/data/lutris/games/dow.yml",
+       "prefix: \"" + disk + "/\\xE9\\\n  \\ \\u4E00\"\n"},
+      {disk + "/9/Dawn of War", ".local/share/bottles/data.yml", "custom_bottles_path: " + disk + "/9\n"},
+      {".local/share/bottles/bottles/Dawn of War"},
+      {flatpak + "com.usebottles.bottles/data/bottles/bottles/Dawn-of-War"},
+  };
+  Paths prefixes;
+  for (const auto& row : rows) {
+    prefixes.push_back((home_ / row.prefix).string());
+    MakePrefix(prefixes.back());
+    if (!row.file.empty()) WriteFile(home_ / row.file, row.text);
+  }
+  // Links to what is there already, in circles, and to nowhere; and what is no file, no prefix, or too much.
+  fs::create_directory_symlink("1", disk_ / "a/steamapps/compatdata/2");
+  fs::create_directory_symlink("..", disk_ / "a/steamapps/compatdata/1/loop");
+  fs::create_directory_symlink(".", disk_ / "4/pfx");
+  fs::create_directory_symlink("/nowhere", home_ / ".local/share/bottles/bottles/gone");
+  for (const char* const unread : {"too deep", "too much"}) MakePrefix(disk_ / unread);
+  WriteFile(home_ / (lutris + "4.yml"), directives + "--- \"" + disk + "/too much\"");
+  WriteFile(home_ / (lutris + "5a.yml"), "\xFF");
+  ASSERT_EQ(mkfifo((home_ / (lutris + "6.yml")).c_str(), 0600), 0);
+  fs::create_directories(home_ / (lutris + "7.yml"));
+  fs::create_directories(home_ / heroic / "no prefix/drive_c");
   EXPECT_EQ(Texts(platform::Prefixes()), prefixes);
-  EXPECT_EQ(Texts(platform::SteamLibraries()), (Paths{steam_, disk_}));
 }
 
 TEST_F(Launchers, TheFirstPrefixThatHasTheValueAnswersInPathsOnTheToolsDrives) {
@@ -149,9 +127,7 @@ TEST_F(Launchers, TheFirstPrefixThatHasTheValueAnswersInPathsOnTheToolsDrives) {
   };
   constexpr std::uintmax_t kMostBytes = std::uintmax_t{128} * 1024 * 1024;
   const Row rows[] = {
-      {R"("D:\\DoW")", R"("C:\\DoW")", "D:\\DoW"},
       {"dword:00000007", R"("C:\\DoW")", "7"},
-      {"", R"("C:\\DoW\\")", OnZ(other / "drive_c/DoW")},
       {"damaged", R"("C:\\DoW")", OnZ(other / "drive_c/DoW")},
       {R"("D:\\DoW")", R"("C:\\DoW")", "D:\\DoW", kMostBytes},
       {R"("D:\\DoW")", R"("C:\\DoW")", OnZ(other / "drive_c/DoW"), kMostBytes + 1},

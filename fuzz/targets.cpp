@@ -1,0 +1,96 @@
+#include <algorithm>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/linux/registry_text.h"
+#include "settings/profile_text.h"
+
+#ifndef GANTREL_FUZZ_TARGET
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/own_folder.h"
+#endif
+
+// What is tried with any bytes whatever, by libFuzzer and, with the committed ones, by the tests. Each throws when a
+// rule does not hold; libFuzzer ends with that. An input is one or more fields, ended by "|"; the last goes to the
+// input's end.
+namespace {
+
+void Require(bool holds, const char* rule) {
+  if (!holds) throw std::logic_error(rule);
+}
+
+std::string_view TakeField(std::string_view& input) {
+  const std::size_t length = std::min(input.find('|'), input.size());
+  const std::string_view field = input.substr(0, length);
+  input.remove_prefix(std::min(length + 1, input.size()));
+  return field;
+}
+
+// text|section|key|value|section|...: a text, and any number of changes to it. The rules for what is found are in
+// tables of the tests.
+[[maybe_unused]] void TryProfile(std::string_view input) {
+  const std::string_view before = TakeField(input);
+  ProfileText text(before);
+  Require(text.Text() == before, "the text is kept");
+  while (!input.empty()) {
+    const std::string_view section = TakeField(input);
+    const std::string_view key = TakeField(input);
+    const std::string_view value = TakeField(input);
+    const std::string old = text.Text();
+    const bool wasThere = text.Find(section, key).has_value();
+    text.Set(section, key, value);
+    const std::string changed = text.Text();
+    Require(ProfileText(changed).Text() == changed, "and so is the changed one");
+    Require(ProfileText(changed).Find(section, key) == text.Find(section, key), "read again, it is the same");
+    Require(wasThere || changed.size() > old.size(), "what is added takes nothing away");
+    const bool isFound = text.Find(section, key) == value;
+    text.Set(section, key, value);
+    Require(!isFound || text.Text() == changed, "a second time changes nothing");
+  }
+}
+
+// key|value's name|text
+[[maybe_unused]] void TryRegistry(std::string_view input) {
+  const std::string keys[] = {std::string(TakeField(input)), "KEY\\"};
+  const std::string_view name = TakeField(input);
+  const std::string text(input);
+  for (const auto& found : platform::FindRegistryValues(text, keys, name)) {
+    Require(!found || found->data.size() <= text.size() + 2, "a value takes no more room than what is written");
+  }
+  // What is written first is found, whatever stands below it.
+  const auto found = platform::FindRegistryValues("[Key] 1\n\"v\"=hex:01,\\\n  02\n" + text, keys, "V").back();
+  Require(found && found->data == "\x01\x02", "a value is read as it was written");
+}
+
+}  // namespace
+
+#ifdef GANTREL_FUZZ_TARGET
+
+// libFuzzer's way in; the build says which target it is.
+// NOLINTNEXTLINE(readability-identifier-naming): libFuzzer's name
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): text is what all of them take
+  GANTREL_FUZZ_TARGET({reinterpret_cast<const char*>(bytes), size});
+  return 0;
+}
+
+#else
+
+TEST(Fuzz, TheKeptInputsKeepTheRules) {
+  for (const auto& [name, tryInput] : {std::pair("profile", &TryProfile), {"registry", &TryRegistry}}) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(GANTREL_CORPUS) / name)) {
+      EXPECT_NO_THROW(tryInput(support::ReadFile(entry.path()))) << entry.path();
+      ++count;
+    }
+    EXPECT_GT(count, 4) << name;
+  }
+}
+
+#endif
