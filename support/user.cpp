@@ -340,7 +340,7 @@ std::optional<Message> ShownMessage() {
   message.text = FromQt(isPlain ? text : WithoutMarkup(text));
   if (box != nullptr) message.icon = kIcons.at(static_cast<std::size_t>(box->icon()));
   auto buttons = dialog->findChildren<QPushButton*>();
-  std::ranges::stable_partition(buttons, &QPushButton::isDefault);
+  std::stable_partition(buttons.begin(), buttons.end(), [](const QPushButton* one) { return one->isDefault(); });
   for (const QPushButton* const button : buttons) message.buttons.push_back(CaptionOf(*button));
   return message;
 }

@@ -62,8 +62,10 @@ TEST(ModuleWriter, AFailureIsSaid) {
   tryFailure(FourMods(), "Header=TOP\n",
              platform::Shown(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");
   tryFailure(FourMods(), "Outfile=w40K.EXE\n", game + "w40K.EXE could not be written: It is a program.");
-  for (const std::string file : {"ulvane.ini", "FOOTER"})
-    tryFailure(FourMods(), "Outfile=" + own + file + "\n", game + own + file + ownFile);
+  for (const char* const file : {"ulvane.ini", "FOOTER"}) {
+    const std::string path = own + file;
+    tryFailure(FourMods(), "Outfile=" + path + "\n", std::string(game).append(path).append(ownFile));
+  }
   tryFailure(With(FourMods(), "Path=C:", "Path=Q:"), "",
              "Q:" + game.substr(2) + "Ulvane.module could not be written: No such device.");
 }

@@ -12,7 +12,8 @@ using faults::calls;
 using faults::Meet;
 using faults::Verdict;
 
-// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
+// NOLINTBEGIN(cppcoreguidelines-macro-usage, bugprone-macro-parentheses)
 #define GANTREL_CALL(result, failed, name, parameters, outcome)    \
   extern "C" result __real_##name parameters;                      \
   extern "C" result __wrap_##name parameters {                     \
@@ -59,7 +60,8 @@ int __wrap_close(int file) {
   return -1;
 }
 }
-// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
+// NOLINTEND(cppcoreguidelines-macro-usage, bugprone-macro-parentheses)
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
 
 namespace faults {
 
