@@ -29,7 +29,7 @@ std::error_code WhyNotReplaced(const std::filesystem::path& path, std::string_vi
 std::optional<FileFailure> ReadTemplate(std::string_view name, std::string& text) {
   const std::filesystem::path path = platform::BesideExecutable(name);
   const std::error_code failure = platform::ReadFile(path, text);
-  return failure ? std::optional(FileFailure{platform::Shown(path), "read", failure}) : std::nullopt;
+  return failure ? std::optional(FileFailure{platform::DisplayName(path), "read", failure}) : std::nullopt;
 }
 
 // The whole text comes first: the module file changes only when everything that belongs into it could be read.

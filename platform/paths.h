@@ -32,7 +32,7 @@ std::filesystem::path AsSpelledOnDisk(const std::filesystem::path& path);
 std::optional<std::string> ToWindowsPath(const std::filesystem::path& path);
 
 // For showing: characters outside the code page are "?".
-std::string Shown(const std::filesystem::path& path);
+std::string DisplayName(const std::filesystem::path& path);
 
 // The names of the folders immediately below a folder, links to folders included, sorted without regard to letter
 // case. Left out: hidden folders, and those whose name the code page cannot spell, since the game could not find

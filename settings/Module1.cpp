@@ -15,7 +15,7 @@ std::filesystem::path MakeFile() { return platform::BesideExecutable("Make.ini")
 // Nothing where there is no reason. The file's path is made only for a failure: it costs a call of the system.
 std::optional<FileFailure> FailureOf(std::filesystem::path (*file)(), const char* what, const std::error_code& reason) {
   if (!reason) return std::nullopt;
-  return FileFailure{platform::Shown(file()), what, reason};
+  return FileFailure{platform::DisplayName(file()), what, reason};
 }
 
 // No text that a fallback could be: a line break never comes out of a file.

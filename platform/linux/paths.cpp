@@ -29,7 +29,7 @@ fs::path AsSpelledOnDisk(const fs::path& path) {
 
 std::optional<std::string> ToWindowsPath(const fs::path& path) { return MapToWindows(PrefixFolder(), path); }
 
-std::string Shown(const fs::path& path) { return FromUtf8(path.native()); }
+std::string DisplayName(const fs::path& path) { return FromUtf8(path.native()); }
 
 std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
   const auto path = ToHostPath(windowsPath);

@@ -134,7 +134,7 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) {
   return FromUtf16Exactly(ToUnits(text));
 }
 
-std::string Shown(const fs::path& path) { return FromUtf16(ToUnits(path.native())); }
+std::string DisplayName(const fs::path& path) { return FromUtf16(ToUnits(path.native())); }
 
 std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
   const auto path = ToHostPath(windowsPath);

@@ -60,7 +60,7 @@ TEST(ModuleWriter, AFailureIsSaid) {
           kLists);
   };
   tryFailure(FourMods(), "Header=TOP\n",
-             platform::Shown(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");
+             platform::DisplayName(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");
   tryFailure(FourMods(), "Outfile=w40K.EXE\n", game + "w40K.EXE could not be written: It is a program.");
   for (const char* const file : {"ulvane.ini", "FOOTER"}) {
     const std::string path = own + file;

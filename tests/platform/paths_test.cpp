@@ -87,7 +87,7 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
       {"\\\\?\\UNC\\server\\share\\x", "\\\\server\\share\\x"},
       {u8"C:\\\u017Bycie", {}},  // not the Z that looks like it
   };
-  EXPECT_EQ(platform::Shown(L"C:\\\u017B \xD83D\xDE00"), "C:\\? ?");
+  EXPECT_EQ(platform::DisplayName(L"C:\\\u017B \xD83D\xDE00"), "C:\\? ?");
 #else
   fs::create_directory_symlink("/usr", DriveC() / "linked");
   fs::create_directory_symlink("/usr", devices_ / "u:");
@@ -105,7 +105,7 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
       {u8"/\U00010041", {}},  // not the A of its last bits
   };
   EXPECT_EQ(platform::MapToWindows(std::nullopt, "/usr/x"), "Z:\\usr\\x");
-  EXPECT_EQ(platform::Shown("/\u017B \U0001F600 \u20AC"), "/? ? \x80");
+  EXPECT_EQ(platform::DisplayName("/\u017B \U0001F600 \u20AC"), "/? ? \x80");
 #endif
   for (const Row& row : rows) EXPECT_EQ(ToWindowsPath(row.host), row.windows) << row.host;
 }

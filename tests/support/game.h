@@ -79,7 +79,7 @@ inline std::string Module(const Names& folders) {
 
 // What the user is told of the settings file.
 inline Message Failed(const std::string& title, const std::string& how, const std::string& outcome) {
-  return {title, platform::Shown({SettingsFile().native()}) + how + "\n\n" + outcome, "critical", {"OK"}};
+  return {title, platform::DisplayName({SettingsFile().native()}) + how + "\n\n" + outcome, "critical", {"OK"}};
 }
 
 inline const std::string kUnread = " could not be read: It is text in UTF-16.";  // of these settings:

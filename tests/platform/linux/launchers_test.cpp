@@ -23,7 +23,7 @@ using Paths = std::vector<std::string>;
 Paths Texts(const std::vector<fs::path>& paths) { return {paths.begin(), paths.end()}; }
 
 std::string OnZ(const fs::path& path) {
-  std::string text = "Z:" + platform::Shown(path);
+  std::string text = "Z:" + platform::DisplayName(path);
   std::ranges::replace(text, '/', '\\');
   return text;
 }
@@ -170,7 +170,7 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
   const Act enter = Press(Key::Enter);
   const Act look = [&] {
     EXPECT_EQ(Entries("fileTypeCombo"), (Names{"W40k.exe", "All Files"}));
-    const Names places = {"~", "~/.local/share/Steam/steamapps/common", platform::Shown(disk + "/steamapps/common"),
+    const Names places = {"~", "~/.local/share/Steam/steamapps/common", platform::DisplayName(disk + "/steamapps/common"),
                           "~/.wine/drive_c", "~/.local/share/Steam/steamapps/compatdata/1/pfx/drive_c"};
     EXPECT_EQ(Entries("sidebar"), places);
   };
