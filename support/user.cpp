@@ -29,6 +29,7 @@
 #include <array>
 #include <deque>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -340,7 +341,7 @@ std::optional<Message> ShownMessage() {
   message.text = FromQt(isPlain ? text : WithoutMarkup(text));
   if (box != nullptr) message.icon = kIcons.at(static_cast<std::size_t>(box->icon()));
   auto buttons = dialog->findChildren<QPushButton*>();
-  std::stable_partition(buttons.begin(), buttons.end(), [](const QPushButton* one) { return one->isDefault(); });
+  std::ranges::stable_sort(buttons, std::greater(), &QPushButton::isDefault);
   for (const QPushButton* const button : buttons) message.buttons.push_back(CaptionOf(*button));
   return message;
 }

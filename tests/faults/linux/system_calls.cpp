@@ -19,7 +19,7 @@ using faults::Verdict;
   extern "C" result __wrap_##name parameters {                     \
     const Verdict verdict = Meet(#name);                           \
     [[maybe_unused]] const bool isHalf = verdict == Verdict::Half; \
-    return verdict == Verdict::Fail ? failed : outcome;            \
+    return verdict == Verdict::Fail ? (failed) : (outcome);        \
   }
 
 GANTREL_CALL(off_t, -1, lseek, (int file, off_t offset, int from), __real_lseek(file, offset, from))

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <iterator>
 
@@ -175,7 +176,12 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
     EXPECT_EQ(Entries("sidebar"), places);
   };
   const Act open = InTurn({Click("cmdnew"), enter, look});
-  const Act openHidden = InTurn({GoTo("treeView"), Type(".h"), Press(Key::Delete), enter, GoTo("fileNameEdit")});
+  // The dialog lists a folder in a thread of its own.
+  const Act untilListed = [&] {
+    if (Entries("treeView").empty()) DoNext({Wait(std::chrono::milliseconds(10)), untilListed});
+  };
+  const Act openHidden =
+      InTurn({untilListed, GoTo("treeView"), Type(".h"), Press(Key::Delete), enter, GoTo("fileNameEdit")});
   EXPECT_FALSE(Use({open, openHidden, Type("W40K.EXE"), enter, [&] {
                       EXPECT_EQ(Entries("lstGames"), Names{"Dawn of War (" + OnZ(game / ".hidden" / "") + ")"});
                     }}));
