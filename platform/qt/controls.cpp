@@ -264,7 +264,9 @@ void NativeListBox::paintEvent(QPaintEvent* event) {
   if (count() > 0 || emptyText.isEmpty()) return;
   constexpr int kMargin = 4;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
+  QColor grey = palette().color(QPalette::Text);  // some themes leave Qt's colour for placeholders black on black
+  grey.setAlphaF(0.6F);
+  painter.setPen(grey);
   painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere, emptyText);
 }

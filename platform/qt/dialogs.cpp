@@ -209,7 +209,7 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
     }
     const std::string reason =
         path ? "the path of its folder has more than " + std::to_string(settings.longestFolder) + " characters."
-             : "its path has characters that the game's own files cannot spell.";
+             : "it is on none of the game's drives, or its path has characters that the game's own files cannot spell.";
     MsgBox(DisplayName(chosen) + " cannot be used: " + reason, Buttons::Ok, Icon::Exclamation, settings.title);
   }
 }
