@@ -1,5 +1,5 @@
-// The price of one reading of the settings: the file read, parsed, and every setting of every mod looked up; beside that
-// of reading the file alone.
+// The price of one reading of the settings: the file is read and parsed, and each mod is looked up. Beside it that of
+// reading the file alone.
 
 #include <benchmark/benchmark.h>
 

@@ -27,8 +27,8 @@ std::string_view WithoutQuotes(std::string_view value) {
 // What would break out of a line becomes a blank.
 std::string OnOneLine(std::string_view text) {
   std::string line(text);
-  std::ranges::replace_if(
-      line, [](char c) { return IsLineBreak(c) || c == '\0'; }, ' ');
+  const auto breaksOut = [](char c) { return IsLineBreak(c) || c == '\0'; };
+  std::ranges::replace_if(line, breaksOut, ' ');
   return line;
 }
 

@@ -171,8 +171,9 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
   const Act enter = Press(Key::Enter);
   const Act look = [&] {
     EXPECT_EQ(Entries("fileTypeCombo"), (Names{"W40k.exe", "All Files"}));
-    const Names places = {"~", "~/.local/share/Steam/steamapps/common", platform::DisplayName(disk + "/steamapps/common"),
-                          "~/.wine/drive_c", "~/.local/share/Steam/steamapps/compatdata/1/pfx/drive_c"};
+    const std::string steam = "~/.local/share/Steam/steamapps/";
+    const std::string ofDisk = platform::DisplayName(disk + "/steamapps/common");
+    const Names places = {"~", steam + "common", ofDisk, "~/.wine/drive_c", steam + "compatdata/1/pfx/drive_c"};
     EXPECT_EQ(Entries("sidebar"), places);
   };
   const Act open = InTurn({Click("cmdnew"), enter, look});
