@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -209,7 +210,6 @@ ToolLock LockTool() {
 
 // To the end, wherever it is: some files of the system have more bytes than they say.
 std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
-  constexpr std::size_t kAtOnce = std::size_t{64} * 1024;
   bytes.clear();
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   fs::path found = path;
@@ -219,10 +219,13 @@ std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t m
   struct stat status = {};
   if (fstat(file.Descriptor(), &status) != 0) return LastError();
   if (const auto refusal = CheckIsFile(status)) return refusal;
+  constexpr off_t kLeastAtOnce = 4096;
+  constexpr off_t kMostAtOnce = 65536;
+  const auto atOnce = static_cast<std::size_t>(std::clamp(status.st_size + 1, kLeastAtOnce, kMostAtOnce));
   std::error_code failure;
   for (std::size_t before = 1; !failure && bytes.size() != before && bytes.size() <= most;) {
     before = bytes.size();
-    failure = file.Read(bytes, kAtOnce);
+    failure = file.Read(bytes, atOnce);
   }
   if (failure) bytes.clear();
   if (bytes.size() <= most) return failure;
