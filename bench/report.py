@@ -123,7 +123,7 @@ tables.append(f"Opening the main window with 100 mods opens the settings file {o
 
 model = re.search(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
 context = json.loads((results / "read_settings.json").read_text())["context"]
-tables.append(f"The machine: {context['num_cpus']} × {model[1] if model else platform.machine()}, Linux {platform.release()}, "
+tables.append(f"The machine: {context['num_cpus']} × {model[1] if model else platform.machine()}, Linux, "
               f"files on {(results / 'file-system.txt').read_text().strip()}.\n")
 
 text = "\n".join(tables)
