@@ -119,9 +119,10 @@ void frmMain::ListMods(const Settings& settings) {
 
 // A mod's data folders, a line each; nothing for one that is not registered, nor while the lists show another game's.
 std::string frmMain::ModToolTip(const std::string& mod) const {
+  if (listedGame_ != SelectedGame()) return "";
   const Settings settings;
   const auto folders = DataFolders(settings, listedGame_, mod);
-  if (!folders || listedGame_ != SelectedGame()) return "";
+  if (!folders) return "";
   if (folders->empty()) return "No data folders";
   const std::string base = DataFolderBase(settings.InstallFolder(listedGame_)) + "\\";
   std::string lines = "Data folders:";
