@@ -7,8 +7,8 @@
 #include "platform/dialogs.h"
 #include "settings/file_failure.h"
 
-// What a command tells the user when it has ended, in one place. Nothing that is told lives while a change does: a
-// message waits for the user, and a change locks others out.
+// What a command tells the user, in one place. It is shown when the command's change has ended: a message waits for the
+// user, and a change locks others out.
 struct Message {
   std::string text;
   std::string outcome = {};  // what that means for the user's data

@@ -20,7 +20,7 @@ std::string FromUtf8(std::string_view utf8);
 // path as it is.
 std::error_code SpellAsOnDisk(std::filesystem::path& path);
 
-// No failure for what is there, be it a link that leads nowhere.
+// No failure for what is there, which may be a link that leads nowhere.
 std::error_code Look(const std::filesystem::path& path);
 
 // Whether what failed so is known not to be there.

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "tests/support/game.h"
@@ -12,7 +11,6 @@ using namespace support;
 namespace {
 
 TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
-  using Rule = std::function<void(Module1::Change&)>;
   const std::string three = Text({"[Games]", "Count=3", "DoW1=A", "DoW2=B", "DoW3=C", "[B]", "ModCount=7"});
   const auto edition = [](const std::string& folder) -> Rule {
     return [=](auto& change) { TryGame(change, "X", folder); };
@@ -21,12 +19,7 @@ TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
   const auto remove = [](int n, const char* name) -> Rule {
     return [=](auto& change) { RemoveGame(change, n, name); };
   };
-  const struct {
-    const char* rule;
-    std::string before;
-    Rule act;
-    std::string after;
-  } rows[] = {
+  CheckRules({
       {"an edition is registered with a separator", "", edition("D:\\x"),
        Text({"[Games]", "DoW1=X", "Count=1", "[X]", "Path=D:\\x\\", "AutoPath=1"})},
       {"not where the registry knows none", "", edition(""), ""},
@@ -43,12 +36,7 @@ TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
       {"of two with one name the one that was asked about", With(three, "DoW1=A", "DoW1=B"), remove(2, "B"),
        With(With(With(three, "DoW1=A", "DoW1=B"), "Count=3", "Count=2"), "DoW2=B", "DoW2=C")},
       {"none beyond the count", With(three, "Count=3", "Count=2"), remove(3, "C"), With(three, "Count=3", "Count=2")},
-  };
-  for (const auto& row : rows) {
-    Module1::Change change(row.before);
-    row.act(change);
-    EXPECT_EQ(change.Text(), row.after) << row.rule;
-  }
+  });
 }
 
 TEST(GameList, TellsTheFoldersOfGames) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "module_file/module_text.h"
@@ -18,7 +17,6 @@ const std::string kGame = "Dawn of War";
 std::string Scratch(const Mod& mod) { return Section("-1", mod); }
 
 TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
-  using Rule = std::function<void(Module1::Change&)>;
   const auto activate = [](const char* name) -> Rule {
     return [=](auto& change) { SetActive(change, kGame, name, true); };
   };
@@ -31,12 +29,7 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
   };
   const std::string unnamed = Settings(1, {{"Alpha", "1"}});
   const Mod lessAlpha = {"Alpha", "1", kAlpha.folders, {"GammaSound"}};
-  const struct {
-    const char* rule;
-    std::string before;
-    Rule act;
-    std::string after;
-  } rows[] = {
+  CheckRules({
       {"a mod is activated in its place", FourMods(), activate("Beta"),
        Settings(4, {kAlpha, {"Beta", "1", kBeta.folders}, kGamma, kDelta})},
       {"and deactivated, whatever its flag was", Settings(1, {{"Alpha", "2"}}),
@@ -62,12 +55,7 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
        Settings(5, {kAlpha, kBeta, kGamma, kDelta, {" N\xE9w ", "0", {"b", "Zoo"}}})},
       {"over a deleted one of its number, whose other keys stay", Settings(0, {{"Gone", "1", {"x", "y"}}}),
        add({"New", "", {"Zoo"}}), Settings(1, {{"New", "0", {"Zoo"}, {"y"}}})},
-  };
-  for (const auto& row : rows) {
-    Module1::Change change(row.before);
-    row.act(change);
-    EXPECT_EQ(change.Text(), row.after) << row.rule;
-  }
+  });
 }
 
 TEST(ModList, ListsModsByTheirNumbers) {

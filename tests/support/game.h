@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/paths.h"
+#include "settings/Module1.h"
 #include "support/own_folder.h"
 #include "support/user.h"
 
@@ -144,6 +146,22 @@ inline void Check(const std::string& settings, const std::string& rule, const st
   Try(settings, rule, acts, lists);
   EXPECT_EQ(ReadFile(SettingsFile()), newSettings.value_or(settings)) << rule;
   EXPECT_EQ(ReadFile(ModuleFile()), moduleFolders ? Module(*moduleFolders) : "") << rule;
+}
+
+// A rule on settings in memory, and the settings before and after it.
+using Rule = std::function<void(Module1::Change&)>;
+struct RuleRow {
+  const char* rule;
+  std::string before;
+  Rule act;
+  std::string after;
+};
+inline void CheckRules(const std::vector<RuleRow>& rows) {
+  for (const RuleRow& row : rows) {
+    Module1::Change change(row.before);
+    row.act(change);
+    EXPECT_EQ(change.Text(), row.after) << row.rule;
+  }
 }
 
 }  // namespace support
