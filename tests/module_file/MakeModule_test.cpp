@@ -62,7 +62,7 @@ TEST(ModuleWriter, AFailureIsSaid) {
   tryFailure(FourMods(), "Header=TOP\n",
              platform::DisplayName(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");
   tryFailure(FourMods(), "Outfile=w40K.EXE\n", game + "w40K.EXE could not be written: It is a program.");
-  for (const char* const file : {"ulvane.ini", "FOOTER"}) {
+  for (const char* const file : {"ulvane.ini", "make.INI", "FOOTER"}) {
     const std::string path = own + file;
     tryFailure(FourMods(), "Outfile=" + path + "\n", std::string(game).append(path).append(ownFile));
   }
