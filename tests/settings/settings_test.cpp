@@ -70,7 +70,7 @@ TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   const struct {
     const char* count;
     std::int64_t read;
-  } rows[] = {{"2", 2}, {" 5 ", 5}, {"-7", 3}, {"32767", 32767}, {"32768", 3}, {"four", 3}, {"", 3}};
+  } rows[] = {{"0", 0}, {"2", 2}, {" 5 ", 5}, {"-7", 3}, {"32767", 32767}, {"32768", 3}, {"four", 3}, {"", 3}};
   for (const auto& [count, read] : rows) {
     const Module1::Settings settings(
         std::string("[Games]\nCount=") + count + "\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=" + count +
