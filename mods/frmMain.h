@@ -25,8 +25,6 @@ class frmMain {
   ~frmMain();
   frmMain(const frmMain&) = delete;
   frmMain& operator=(const frmMain&) = delete;
-  frmMain(frmMain&&) = delete;
-  frmMain& operator=(frmMain&&) = delete;
 
   // Sets the games up when none were counted yet, and fills the window. Call once, before Show.
   void Form_Load();

@@ -18,8 +18,6 @@ class Application {
   ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
-  Application(Application&&) = delete;
-  Application& operator=(Application&&) = delete;
 
   // Runs until no window is open any more, or the program was asked to quit (a signal, the end of the desktop's
   // session), also when that was before. Returns the exit code.
@@ -37,8 +35,6 @@ class BusyPointer {
   ~BusyPointer();
   BusyPointer(const BusyPointer&) = delete;
   BusyPointer& operator=(const BusyPointer&) = delete;
-  BusyPointer(BusyPointer&&) = delete;
-  BusyPointer& operator=(BusyPointer&&) = delete;
 };
 
 // Lets what is pending happen, once: painting, timers, messages of the desktop. Clicks and keys wait until the running

@@ -18,8 +18,6 @@ class Window {
   ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
-  Window(Window&&) = delete;
-  Window& operator=(Window&&) = delete;
 
   platform::Button Button(std::string_view name) const;
   platform::DropDownList DropDownList(std::string_view name) const;

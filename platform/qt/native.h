@@ -79,8 +79,6 @@ struct NativeWindow : QWidget {
   ~NativeWindow() override;
   NativeWindow(const NativeWindow&) = delete;
   NativeWindow& operator=(const NativeWindow&) = delete;
-  NativeWindow(NativeWindow&&) = delete;
-  NativeWindow& operator=(NativeWindow&&) = delete;
 
   void Open();
   void OpenInFrontOf(NativeWindow& other);
