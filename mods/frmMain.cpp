@@ -190,7 +190,7 @@ void frmMain::MoveSelected(int by) {
 std::optional<Message> frmMain::Move(int position, int newPosition) {
   Change change;
   if (const auto unread = change.Unread()) return messages::Failed(unread);
-  if (!ExchangeMods(change, SelectedGame(), lstActive.Text(position), lstActive.Text(newPosition))) return std::nullopt;
+  if (!MoveMod(change, SelectedGame(), lstActive.Text(position), {lstActive.Text(newPosition)})) return std::nullopt;
   const auto unsaved = change.Save();
   ListMods(change);
   lstActive.Select(unsaved ? position : newPosition);

@@ -1,5 +1,7 @@
 #include "mods/mod_list.h"
 
+#include <algorithm>
+
 #include "settings/schema.h"
 
 using Module1::kNoMod;
@@ -17,6 +19,12 @@ void CopyMod(Module1::Change& change, std::string_view game, std::int64_t from, 
   change.PutNumber(target, "DirCount", dirCount);
   for (std::int64_t k = 1; k <= dirCount; ++k)
     change.PutSetting(target, schema::DirKey(k), change.GetSetting(source, schema::DirKey(k), ""));
+}
+
+void PutFolders(Module1::Change& change, const std::string& section, const std::vector<std::string>& folders) {
+  change.PutNumber(section, "DirCount", static_cast<std::int64_t>(folders.size()));
+  std::int64_t j = 1;
+  for (const std::string& folder : folders) change.PutSetting(section, schema::DirKey(j++), folder);
 }
 
 }  // namespace
@@ -56,13 +64,25 @@ void DeleteMod(Module1::Change& change, std::string_view game, std::string_view 
   change.PutNumber(game, "ModCount", count - 1);
 }
 
-bool ExchangeMods(Module1::Change& change, std::string_view game, std::string_view moved, std::string_view neighbour) {
-  const std::int64_t a = change.FindMod(game, moved);
-  const std::int64_t b = change.FindMod(game, neighbour);
-  if (a == kNoMod || b == kNoMod) return false;
-  CopyMod(change, game, a, schema::kScratchMod);
-  CopyMod(change, game, b, a);
-  CopyMod(change, game, schema::kScratchMod, b);
+// The names are read once: to look for each mod in the settings would take most of the time.
+bool MoveMod(Module1::Change& change, std::string_view game, std::string_view name,
+             const std::vector<std::string>& passed) {
+  std::vector<std::string> names(static_cast<std::size_t>(change.ModCount(game)));
+  std::int64_t n = 1;
+  for (std::string& one : names) one = change.GetSetting(schema::ModSection(game, n++), "Name", "Unknown");
+  const auto find = [&names](std::string_view wanted) { return std::ranges::find(names, wanted); };
+  const auto isGone = [&](std::string_view wanted) { return find(wanted) == names.end(); };
+  if (isGone(name) || std::ranges::any_of(passed, isGone)) return false;
+  for (const std::string& neighbour : passed) {
+    const auto moved = find(name);
+    const auto other = find(neighbour);
+    const std::int64_t a = moved - names.begin() + 1;
+    const std::int64_t b = other - names.begin() + 1;
+    CopyMod(change, game, a, schema::kScratchMod);
+    CopyMod(change, game, b, a);
+    CopyMod(change, game, schema::kScratchMod, b);
+    std::iter_swap(moved, other);
+  }
   return true;
 }
 
@@ -73,9 +93,22 @@ void RegisterMod(Module1::Change& change, std::string_view game, std::string_vie
   change.PutNumber(game, "ModCount", n);
   change.PutSetting(section, "Name", name);
   change.PutSetting(section, "Active", "0");
-  change.PutNumber(section, "DirCount", static_cast<std::int64_t>(folders.size()));
-  std::int64_t j = 1;
-  for (const std::string& folder : folders) change.PutSetting(section, schema::DirKey(j++), folder);
+  PutFolders(change, section, folders);
+}
+
+bool EditMod(Module1::Change& change, std::string_view game, std::string_view name, std::string_view newName,
+             const std::vector<std::string>& folders) {
+  const std::int64_t n = change.FindMod(game, name);
+  if (n == kNoMod) return false;
+  const std::string section = schema::ModSection(game, n);
+  change.PutSetting(section, "Name", newName);
+  PutFolders(change, section, folders);
+  return true;
+}
+
+bool IsNameTaken(const Module1::Settings& settings, std::string_view game, std::string_view name,
+                 std::string_view edited) {
+  return name != edited && settings.FindMod(game, name) != kNoMod;
 }
 
 std::string DataFolderBase(std::string installFolder) {

@@ -26,12 +26,24 @@ void SetActive(Module1::Change& change, std::string_view game, std::string_view 
 // Removes the mod; the later ones move down by one number.
 void DeleteMod(Module1::Change& change, std::string_view game, std::string_view name);
 
-// Exchanges the numbers of two mods. False when one of them is not registered.
-bool ExchangeMods(Module1::Change& change, std::string_view game, std::string_view moved, std::string_view neighbour);
+// Moves the mod past these, one after the other: it exchanges numbers with each, and what is stored of it passes
+// through the scratch section. `passed` are its neighbours from the nearest on, as the list shows them, one for each
+// place. False, and nothing moves, when one of them or the mod is not registered.
+bool MoveMod(Module1::Change& change, std::string_view game, std::string_view name,
+             const std::vector<std::string>& passed);
 
 // Appends the mod to the game's, as an available one.
 void RegisterMod(Module1::Change& change, std::string_view game, std::string_view name,
                  const std::vector<std::string>& folders);
+
+// Gives the mod another name and other folders; it keeps its number and stays active or available. False when it is not
+// registered.
+bool EditMod(Module1::Change& change, std::string_view game, std::string_view name, std::string_view newName,
+             const std::vector<std::string>& folders);
+
+// Whether another mod than the edited one, if there is one, has the name.
+bool IsNameTaken(const Module1::Settings& settings, std::string_view game, std::string_view name,
+                 std::string_view edited = {});
 
 // The folder below a game's install folder that holds the data folders; empty for an empty one. Windows paths.
 std::string DataFolderBase(std::string installFolder);

@@ -20,8 +20,11 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
   const auto activate = [](const char* name) -> Rule {
     return [=](auto& change) { SetActive(change, kGame, name, true); };
   };
-  const auto exchange = [](const char* moved, const char* neighbour, bool isDone) -> Rule {
-    return [=](auto& change) { EXPECT_EQ(ExchangeMods(change, kGame, moved, neighbour), isDone); };
+  const auto move = [](const char* name, const Names& passed, bool isDone) -> Rule {
+    return [=](auto& change) { EXPECT_EQ(MoveMod(change, kGame, name, passed), isDone); };
+  };
+  const auto edit = [](const char* name, const Mod& as, bool isDone) -> Rule {
+    return [=](auto& change) { EXPECT_EQ(EditMod(change, kGame, name, as.name, as.folders), isDone); };
   };
   const auto remove = [](const char* name) -> Rule { return [=](auto& change) { DeleteMod(change, kGame, name); }; };
   const auto add = [](const Mod& mod) -> Rule {
@@ -37,20 +40,26 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
       {"of two with one name the first is meant", Settings(2, {kBeta, kBeta}), activate("Beta"),
        Settings(2, {{"Beta", "1", kBeta.folders}, kBeta})},
       {"letter case counts", FourMods(), activate("beta"), FourMods()},
-      {"two mods exchange their numbers; folders beyond a count stay", FourMods(), exchange("Alpha", "Gamma", true),
+      {"two mods exchange their numbers; folders beyond a count stay", FourMods(), move("Alpha", {"Gamma"}, true),
        Settings(4, {kGamma, kBeta, lessAlpha, kDelta}) + Scratch(kAlpha)},
-      {"not with one that is not registered", FourMods(), exchange("Alpha", "x", false), FourMods()},
+      {"a mod moves past several as by so many single moves", FourMods(), move("Delta", {"Gamma", "Alpha"}, true),
+       Settings(4, {{"Delta", "0", {}, kAlpha.folders}, kBeta, lessAlpha, kGamma}) + Scratch(kDelta)},
+      {"not past one that is not registered", FourMods(), move("Alpha", {"Gamma", "x"}, false), FourMods()},
       {"what is missing is written with its default, and a count plain",
        With(With(unnamed, "DirCount=0", "DirCount=01"), "ModCount=1", "ModCount=2") +
            Text({"[Dawn of War.2]", "Active=03"}),
-       exchange("Alpha", "Unknown", true),
+       move("Alpha", {"Unknown"}, true),
        Settings(2, {{"Unknown", "03"}}) + Text({"[Dawn of War.2]", "Active=1", "Name=Alpha", "DirCount=1", "Dir1="}) +
            Scratch({"Alpha", "1", {""}})},
-      {"twins are one mod, and keep their contents", Settings(2, {kAlpha, kAlpha}), exchange("Alpha", "Alpha", true),
+      {"twins are one mod, and keep their contents", Settings(2, {kAlpha, kAlpha}), move("Alpha", {"Alpha"}, true),
        Settings(2, {kAlpha, kAlpha}) + Scratch(kAlpha)},
       {"the mods behind a deleted one move down", FourMods(), remove("Beta"),
        Settings(3, {kAlpha, kGamma, {"Delta", "0", {}, kGamma.folders}, kDelta})},
       {"one that is gone takes no other with it", FourMods(), remove("x"), FourMods()},
+      {"an edited mod keeps its place and its flag, and folders beyond its new count stay", FourMods(),
+       edit("Gamma", {" G ", "", {"Zoo"}}, true),
+       Settings(4, {kAlpha, kBeta, {" G ", "1", {"Zoo"}, {"GammaSound"}}, kDelta})},
+      {"not when it is gone", FourMods(), edit("gamma", {"G", "", {"Zoo"}}, false), FourMods()},
       {"a new mod is the last, available, with its name as typed", FourMods(), add({" N\xE9w ", "", {"b", "Zoo"}}),
        Settings(5, {kAlpha, kBeta, kGamma, kDelta, {" N\xE9w ", "0", {"b", "Zoo"}}})},
       {"over a deleted one of its number, whose other keys stay", Settings(0, {{"Gone", "1", {"x", "y"}}}),
@@ -63,6 +72,8 @@ TEST(ModList, ListsModsByTheirNumbers) {
   const ModLists lists = ListMods(settings, kGame);
   EXPECT_EQ(lists.active, (Names{"a", "c"}));
   EXPECT_EQ(lists.available, (Names{"b", "Unknown"}));
+  EXPECT_TRUE(IsNameTaken(settings, kGame, "a") && IsNameTaken(settings, kGame, "a", "b"));
+  EXPECT_FALSE(IsNameTaken(settings, kGame, "A") || IsNameTaken(settings, kGame, "a", "a"));
 }
 
 TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {
