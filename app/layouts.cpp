@@ -4,10 +4,12 @@
 
 namespace {
 
+using platform::ActsOn;
 using platform::ButtonRole;
 using platform::Colours;
 using platform::CommandLayout;
 using platform::ControlLayout;
+using platform::Cutting;
 using platform::FontLayout;
 using platform::Initially;
 using platform::WindowLayout;
@@ -60,7 +62,7 @@ constexpr std::array kMainControls = {
                   .place = {5880, 600, 375, 375},
                   .tabOrder = 15,
                   .font = kStar,
-                  .accessibleName = "DoW Installation Setup"},
+                  .tooltip = "DoW Installation Setup"},
     ControlLayout{.name = "Label2",
                   .kind = CentredLabel,
                   .caption = "Available Mods",
@@ -93,19 +95,43 @@ constexpr std::array kMainControls = {
     ModButton("cmdMoveDown", "\\/", "Move Selected Down", {5880, 2040, 375, 375}, 12, "lstActive"),
 };
 
+constexpr CommandLayout InNewGroup(CommandLayout command) {
+  command.startsGroup = true;
+  return command;
+}
+
+constexpr CommandLayout WhileHeld(CommandLayout command) {
+  command.repeats = true;
+  return command;
+}
+
+constexpr auto kOnEntry = ActsOn::SelectedEntry;
+constexpr std::string_view kLeft = "lstNotActive";
+constexpr std::string_view kRight = "lstActive";
+
 constexpr std::array kMainCommands = {
-    CommandLayout{.caption = "Activate Selected", .key = "Enter", .button = "cmdActivate1", .list = "lstNotActive"},
-    CommandLayout{.caption = "Deactivate Selected", .key = "Enter", .button = "cmdDeactivate1", .list = "lstActive"},
-    CommandLayout{.caption = "Delete Mod", .key = "Delete", .button = "cmdDeleteMod", .list = "lstNotActive"},
-    CommandLayout{
-        .caption = "Move Selected Up", .key = "Alt+Up", .button = "cmdMoveUp", .list = "lstActive", .repeats = true},
-    CommandLayout{.caption = "Move Selected Down",
-                  .key = "Alt+Down",
-                  .button = "cmdMoveDown",
-                  .list = "lstActive",
-                  .repeats = true},
-    CommandLayout{.caption = "New Mod", .key = "Insert", .button = "cmdNewMod"},
-    CommandLayout{.caption = "Refresh", .key = "F5"},
+    CommandLayout{"Activate Selected", "Enter", "cmdActivate1", kLeft, kOnEntry},
+    CommandLayout{"Deactivate Selected", "Enter", "cmdDeactivate1", kRight, kOnEntry},
+    CommandLayout{"Activate All", "", "cmdActivateAll", kLeft},
+    CommandLayout{"Deactivate All", "", "cmdDeactivateAll", kRight},
+    InNewGroup(WhileHeld({"Move Selected Up", "Alt+Up", "cmdMoveUp", kRight, kOnEntry})),
+    WhileHeld({"Move Selected Down", "Alt+Down", "cmdMoveDown", kRight, kOnEntry}),
+    CommandLayout{"Move to Top", "Alt+Home", "", kRight, kOnEntry},
+    CommandLayout{"Move to Bottom", "Alt+End", "", kRight, kOnEntry},
+    InNewGroup({"Edit...", "F2", "", kLeft, kOnEntry}),
+    InNewGroup({"Edit...", "F2", "", kRight, kOnEntry}),
+    CommandLayout{"Details", "Alt+Enter", "", kLeft, kOnEntry},
+    CommandLayout{"Details", "Alt+Enter", "", kRight, kOnEntry},
+    CommandLayout{"Which Mod Wins...", "F4", "", kRight, kOnEntry},
+    CommandLayout{"Delete Mod", "Delete", "cmdDeleteMod", kLeft, kOnEntry},
+    CommandLayout{"Details", "Alt+Enter", "", "lstGame"},
+    CommandLayout{"Open Game Folder", "", "", "lstGame"},
+    CommandLayout{"Copy Launch Option", "", "", "lstGame"},
+    InNewGroup({"DoW Installation Setup", "", "cmdGoToGames", "lstGame"}),
+    InNewGroup({"New Mod", "Insert", "cmdNewMod"}),
+    InNewGroup({"Undo", "Ctrl+Z"}),
+    CommandLayout{"Redo", "Ctrl+Y"},
+    InNewGroup({"Refresh", "F5"}),
 };
 
 constexpr std::array kNewControls = {
@@ -153,7 +179,8 @@ constexpr std::array kSetupControls = {
                   .kind = ListBox,
                   .place = {600, 0, 5775, 1845},
                   .tabOrder = 1,
-                  .accessibleName = "Installations"},
+                  .accessibleName = "Installations",
+                  .cutting = Cutting::InTheMiddle},
     ControlLayout{.name = "cmdnew",
                   .kind = Button,
                   .caption = "+",
@@ -168,6 +195,12 @@ constexpr std::array kSetupControls = {
                   .tabOrder = 3,
                   .font = ComicBold(9.75),
                   .tooltip = "Delete"},
+};
+
+constexpr std::array kSetupCommands = {
+    CommandLayout{"New", "Insert", "cmdnew", "lstGames"},
+    CommandLayout{"Delete", "Delete", "cmdDelete", "lstGames", kOnEntry},
+    CommandLayout{"Details", "Alt+Enter", "", "lstGames", kOnEntry},
 };
 
 constexpr Colours kWhiteOnGrey = {.background = {128, 128, 128}, .labels = {255, 255, 255}};
@@ -193,7 +226,8 @@ constexpr std::array kWindows = {
                  .width = 6390,
                  .height = 2385,
                  .font = Comic(9),
-                 .controls = kSetupControls},
+                 .controls = kSetupControls,
+                 .commands = kSetupCommands},
 };
 
 }  // namespace

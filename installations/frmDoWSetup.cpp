@@ -56,10 +56,18 @@ std::optional<Message> RegisterEditions() {
 }  // namespace
 
 frmDoWSetup::frmDoWSetup(frmMain& mainWindow)
-    : mainWindow_(&mainWindow), window_("frmDoWSetup"), lstGames(window_.ListBox("lstGames")) {
-  window_.Button("OKButton").OnClick([this] { OKButton_Click(); });
+    : mainWindow_(&mainWindow),
+      window_("frmDoWSetup"),
+      OKButton(window_.Button("OKButton")),
+      lstGames(window_.ListBox("lstGames")) {
+  OKButton.OnClick([this] { OKButton_Click(); });
   window_.Button("cmdnew").OnClick([this] { cmdnew_Click(); });
   window_.Button("cmdDelete").OnClick([this] { cmdDelete_Click(); });
+  lstGames.OnToolTip([](int position) {
+    const Module1::Settings settings;
+    return frmMain::GameDetails(settings, settings.GameName(position + 1));
+  });
+  window_.OnCommand("Details", [this] { window_.ShowDetails(); });
   window_.OnUnload([this](bool& cancel) { Form_Unload(cancel); });
 }
 
@@ -105,6 +113,7 @@ void frmDoWSetup::cmdnew_Click() {
                                           .defaultExtension = "exe",
                                           .longestFolder = EZINILib::kMostCharacters});
   if (!chosen) return;
+  OKButton.TakeFocus();  // where the user goes on
   Finish("New", Register(name, chosen->path.substr(0, chosen->path.size() - chosen->name.size())));
 }
 

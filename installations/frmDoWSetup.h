@@ -37,6 +37,7 @@ class frmDoWSetup {
 
   frmMain* mainWindow_;
   platform::Window window_;
+  platform::Button OKButton;
   platform::ListBox lstGames;
   bool done_ = false;
 };

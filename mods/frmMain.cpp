@@ -25,7 +25,7 @@ frmMain::frmMain()
       cmdDeleteMod(window_.Button("cmdDeleteMod")),
       cmdGoToGames(window_.Button("cmdGoToGames")) {
   lstGame.OnValidate([this] { lstGame_Validate(); });
-  lstGame.OnToolTip([this] { return GameToolTip(); });
+  lstGame.OnToolTip([this] { return GameDetails(Settings(), SelectedGame()); });
   lstNotActive.OnToolTip([this](int position) { return ModToolTip(lstNotActive.Text(position)); });
   lstActive.OnToolTip([this](int position) { return ModToolTip(lstActive.Text(position)); });
   cmdActivate1.OnClick([this] { cmdActivate1_Click(); });
@@ -37,6 +37,20 @@ frmMain::frmMain()
   cmdNewMod.OnClick([this] { cmdNewMod_Click(); });
   cmdDeleteMod.OnClick([this] { cmdDeleteMod_Click(); });
   cmdGoToGames.OnClick([this] { cmdGoToGames_Click(); });
+  lstActive.OnMove([this](int from, int to) { MoveMod(from, to); });
+
+  const auto severalActive = [this] { return lstActive.Count() > 1; };
+  const auto hasGame = [this] { return !GetBPath().empty(); };
+  window_.OnCommand(
+      "Move to Top", [this] { MoveMod(lstActive.Selected(), 0); }, severalActive);
+  window_.OnCommand(
+      "Move to Bottom", [this] { MoveMod(lstActive.Selected(), lstActive.Count() - 1); }, severalActive);
+  window_.OnCommand("Edit...", [this] { EditMod(); });
+  window_.OnCommand("Details", [this] { window_.ShowDetails(); });
+  window_.OnCommand(
+      "Open Game Folder", [this] { OpenGameFolder(); }, hasGame);
+  window_.OnCommand(
+      "Copy Launch Option", [this] { CopyLaunchOption(); }, hasGame);
   window_.OnCommand("Refresh", [this] { Refresh(); });
 }
 
@@ -100,9 +114,13 @@ void frmMain::ListMods(const Settings& settings) {
   const auto unread = settings.Unread();
   lstNotActive.SetEmptyText(unread ? unread->Sentence() : "");
   listedGame_ = SelectedGame();
-  const ModLists lists = ::ListMods(settings, listedGame_);
-  lstActive.Fill(lists.active);
-  lstNotActive.Fill(lists.available);
+  const platform::FoldersBelow folders(DataFolderBase(settings.InstallFolder(listedGame_)));
+  const ModLists lists =
+      ::ListMods(settings, listedGame_, [&](std::string_view folder) { return folders.IsMissing(folder); });
+  lstActive.Fill(lists.active.names);
+  lstActive.SetMarks(lists.active.lacksFolder);
+  lstNotActive.Fill(lists.available.names);
+  lstNotActive.SetMarks(lists.available.lacksFolder);
 
   const bool someAvailable = lstNotActive.Count() > 0;
   cmdDeleteMod.SetEnabled(someAvailable);
@@ -124,12 +142,9 @@ std::string frmMain::ModToolTip(const std::string& mod) const {
   const auto folders = DataFolders(settings, listedGame_, mod);
   if (!folders) return "";
   if (folders->empty()) return "No data folders";
-  const std::string base = DataFolderBase(settings.InstallFolder(listedGame_)) + "\\";
+  const platform::FoldersBelow present(DataFolderBase(settings.InstallFolder(listedGame_)));
   std::string lines = "Data folders:";
-  for (const std::string& folder : *folders) {
-    lines += "\n" + folder;
-    if (platform::IsMissingFolder(base + folder)) lines += " (missing)";
-  }
+  for (const std::string& folder : *folders) lines += "\n" + folder + (present.IsMissing(folder) ? " (missing)" : "");
   return lines;
 }
 
@@ -180,20 +195,24 @@ void frmMain::cmdMoveUp_Click() { MoveSelected(-1); }
 
 void frmMain::cmdMoveDown_Click() { MoveSelected(+1); }
 
-void frmMain::MoveSelected(int by) {
-  const int position = lstActive.Selected();
-  const int newPosition = position + by;
-  if (newPosition < 0 || newPosition >= lstActive.Count()) return;
-  messages::Show("Make Module", Move(position, newPosition));
+void frmMain::MoveSelected(int by) { MoveMod(lstActive.Selected(), lstActive.Selected() + by); }
+
+void frmMain::MoveMod(int from, int to) {
+  if (from == platform::kNoSelection || from == to || to < 0 || to >= lstActive.Count()) return;
+  messages::Show("Make Module", Move(from, to));
 }
 
-std::optional<Message> frmMain::Move(int position, int newPosition) {
+std::optional<Message> frmMain::Move(int from, int to) {
+  const std::vector<std::string> names = lstActive.Texts();
+  std::vector<std::string> passed;
+  const int step = to > from ? 1 : -1;
+  for (int i = from; i != to; i += step) passed.push_back(names[static_cast<std::size_t>(i + step)]);
   Change change;
   if (const auto unread = change.Unread()) return messages::Failed(unread);
-  if (!MoveMod(change, SelectedGame(), lstActive.Text(position), {lstActive.Text(newPosition)})) return std::nullopt;
+  if (!::MoveMod(change, SelectedGame(), names[static_cast<std::size_t>(from)], passed)) return std::nullopt;
   const auto unsaved = change.Save();
   ListMods(change);
-  lstActive.Select(unsaved ? position : newPosition);
+  lstActive.Select(unsaved ? from : to);
   return unsaved ? messages::Failed(unsaved) : MakeModule(change);
 }
 
@@ -223,12 +242,28 @@ std::optional<Message> frmMain::DeleteMod(const std::string& name) {
   return messages::Failed(unsaved);
 }
 
-void frmMain::cmdNewMod_Click() {
+void frmMain::cmdNewMod_Click() { OpenDialog("New Mod", std::nullopt); }
+
+const platform::ListBox& frmMain::FocusedList() const { return lstActive.HasFocus() ? lstActive : lstNotActive; }
+
+void frmMain::EditMod() { OpenDialog("Edit Mod", FocusedList().Text()); }
+
+void frmMain::OpenDialog(const std::string& title, const std::optional<std::string>& edited) {
   const std::string folder = DataFolderBase(GetBPath());
-  const auto unread = Settings().Unread();
-  if (unread) return messages::Show("New Mod", messages::Failed(unread));
-  if (folder.empty()) return messages::Show("New Mod", messages::NoGame());
+  const Settings settings;
+  if (const auto unread = settings.Unread()) return messages::Show(title, messages::Failed(unread));
+  if (folder.empty()) return messages::Show(title, messages::NoGame());
   const auto dialog = newMods_.emplace(newMods_.end(), *this, folder);
+  if (edited && !dialog->Edit(settings, *edited)) {
+    newMods_.erase(dialog);
+    ListMods(settings);
+    return messages::Show(title, messages::ModIsGone(*edited));
+  }
   dialog->OnClosed([this, dialog] { newMods_.erase(dialog); });
   dialog->Show();
+}
+
+void frmMain::OpenGameFolder() {
+  const std::string folder = GetBPath();
+  if (!platform::OpenFolder(folder)) messages::Show("Open Game Folder", messages::NotOpened(folder));
 }

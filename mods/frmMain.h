@@ -48,6 +48,9 @@ class frmMain {
   // file belongs to the settings that are there.
   std::optional<Message> MakeModule(const Module1::Change& settings) const;
 
+  // What the tooltip of a game says: its folder and its module file, a line each; nothing when it is not registered.
+  static std::string GameDetails(const Module1::Settings& settings, std::string_view game);
+
   // A registry value as text. Empty when there is none, it takes more than 1023 characters, or it is neither text nor
   // a 32-bit number; environment references stay as they are.
   static std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef);
@@ -65,7 +68,11 @@ class frmMain {
   void cmdNewMod_Click();
   void cmdDeleteMod_Click();
 
-  std::string GameToolTip() const;
+  void EditMod();
+  void OpenGameFolder();
+  void CopyLaunchOption();
+
+  const platform::ListBox& FocusedList() const;
   std::string ModToolTip(const std::string& mod) const;
   struct Outcome {
     bool isSaved = true;
@@ -74,7 +81,9 @@ class frmMain {
   Outcome SetActive(const platform::ListBox& list, bool isActive);
   void SetAllActive(const platform::ListBox& list, bool isActive);
   void MoveSelected(int by);
-  std::optional<Message> Move(int position, int newPosition);
+  void MoveMod(int from, int to);
+  std::optional<Message> Move(int from, int to);
+  void OpenDialog(const std::string& title, const std::optional<std::string>& edited);
   std::optional<Message> DeleteMod(const std::string& name);
 
   platform::Window window_;
@@ -91,5 +100,5 @@ class frmMain {
   platform::Button cmdDeleteMod;
   platform::Button cmdGoToGames;
   std::string listedGame_;     // whose mods the lists show; another one than the selected until they are refilled
-  std::list<frmNew> newMods_;  // the open new-mod dialogs
+  std::list<frmNew> newMods_;  // the open dialogs for new and edited mods
 };

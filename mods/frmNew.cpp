@@ -1,13 +1,18 @@
 #include "mods/frmNew.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "mods/frmMain.h"
 #include "mods/mod_list.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 
 frmNew::frmNew(frmMain& mainWindow, const std::string& baseFolder)
     : mainWindow_(&mainWindow),
+      baseFolder_(baseFolder),
       window_("frmNew"),
       txtName(window_.TextBox("txtName")),
       lstDirs(window_.ListBox("lstDirs")) {
@@ -19,6 +24,27 @@ frmNew::frmNew(frmMain& mainWindow, const std::string& baseFolder)
   if (folders) lstDirs.Fill(*folders);
 }
 
+bool frmNew::Edit(const Module1::Settings& settings, const std::string& mod) {
+  edited_ = {mainWindow_->SelectedGame(), mod};
+  auto folders = DataFolders(settings, edited_->game, mod);
+  if (!folders) return false;
+  const platform::FoldersBelow present(baseFolder_);
+  std::vector<bool> areMissing;
+  for (const std::string& folder : *folders) areMissing.push_back(present.IsMissing(folder));
+  const auto own = folders->size();
+  for (const std::string& other : lstDirs.Texts()) {
+    const auto isSame = [&](const std::string& folder) { return platform::SameName(folder, other); };
+    if (std::none_of(folders->begin(), folders->begin() + static_cast<std::ptrdiff_t>(own), isSame))
+      folders->push_back(other);
+  }
+  window_.SetCaption("Edit Mod");
+  txtName.SetText(mod);
+  lstDirs.Fill(*folders);
+  lstDirs.SetMarks(std::move(areMissing));
+  lstDirs.SelectFirst(static_cast<int>(own));
+  return true;
+}
+
 void frmNew::Show() const { window_.Show(); }
 
 void frmNew::OnClosed(std::function<void()> handler) const { window_.OnClosed(std::move(handler)); }
@@ -26,7 +52,7 @@ void frmNew::OnClosed(std::function<void()> handler) const { window_.OnClosed(st
 void frmNew::OKButton_Click() {
   const auto refusal = Register();
   if (!refusal) return window_.Close();
-  messages::Show("New Mod", refusal);
+  messages::Show(edited_ ? "Edit Mod" : "New Mod", refusal);
   txtName.TakeFocus();  // where the user goes on
 }
 
@@ -34,15 +60,25 @@ std::optional<Message> frmNew::Register() {
   const std::string name = txtName.Text();
   const bool isBlank = name.find_first_not_of(" \t") == std::string::npos;
   if (isBlank) return messages::NameIsBlank();
-  const std::string game = mainWindow_->SelectedGame();
   Module1::Change change;
   if (const auto unread = change.Unread()) return messages::Failed(unread);
-  if (change.InstallFolder(game).empty()) return messages::NoGame();
-  if (change.FindMod(game, name) != Module1::kNoMod) return messages::NameIsTaken();
-  RegisterMod(change, game, name, lstDirs.SelectedTexts());
+  if (auto refusal = Put(change, edited_ ? edited_->game : mainWindow_->SelectedGame(), name)) return refusal;
   const auto unsaved = change.Save();
   mainWindow_->ListMods(change);
   return messages::Failed(unsaved);
+}
+
+// Writes the mod, or says why not.
+std::optional<Message> frmNew::Put(Module1::Change& change, const std::string& game, const std::string& name) const {
+  if (change.InstallFolder(game).empty()) return messages::NoGame();
+  if (IsNameTaken(change, game, name, edited_ ? edited_->mod : "")) return messages::NameIsTaken();
+  const std::vector<std::string> folders = lstDirs.SelectedTexts();
+  if (!edited_) {
+    RegisterMod(change, game, name, folders);
+  } else if (!EditMod(change, game, edited_->mod, name, folders)) {
+    return messages::ModIsGone(edited_->mod);
+  }
+  return std::nullopt;
 }
 
 void frmNew::CancelButton_Click() { window_.Close(); }

@@ -7,15 +7,21 @@
 #include "mods/messages.h"
 #include "platform/controls.h"
 #include "platform/window.h"
+#include "settings/Module1.h"
 
 class frmMain;
 
-// The dialog that registers a new mod: its name, and its data folders from those of the game that was selected when the
-// dialog opened. Any number may be open at once. Confirming writes to the game that is selected then.
+// The dialog that registers a new mod, or edits one: its name, and its data folders from those of the game that was
+// selected when the dialog opened. Any number may be open at once. Confirming writes a new mod to the game that is
+// selected then, and an edited one to its own.
 class frmNew {
  public:
   // Offers the folders immediately below `baseFolder`, a Windows path. The main window outlives the dialog.
   frmNew(frmMain& mainWindow, const std::string& baseFolder);
+
+  // Fills the dialog with a mod of the selected game, to be edited. Its own folders come first, selected and in their
+  // order, with a mark where they are missing. False when it is not registered.
+  bool Edit(const Module1::Settings& settings, const std::string& mod);
 
   void Show() const;
 
@@ -26,8 +32,16 @@ class frmNew {
   void OKButton_Click();
   void CancelButton_Click();
   std::optional<Message> Register();
+  std::optional<Message> Put(Module1::Change& change, const std::string& game, const std::string& name) const;
+
+  struct Edited {
+    std::string game;
+    std::string mod;
+  };
 
   frmMain* mainWindow_;
+  std::string baseFolder_;
+  std::optional<Edited> edited_;
   platform::Window window_;
   platform::TextBox txtName;
   platform::ListBox lstDirs;

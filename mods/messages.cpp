@@ -9,6 +9,11 @@ using platform::Icon;
 Message NoGame() { return {.text = "Please set up a game first.", .icon = Icon::Exclamation}; }
 Message NameIsBlank() { return {.text = "Please enter a name for the mod.", .icon = Icon::Exclamation}; }
 Message NameIsTaken() { return {.text = "Please enter a unique name.", .icon = Icon::Information}; }
+Message ModIsGone(const std::string& mod) {
+  return {
+      .text = "There is no mod '" + mod + "' any more.", .outcome = "Nothing was changed.", .icon = Icon::Exclamation};
+}
+Message NotOpened(const std::string& folder) { return {.text = folder + " could not be opened."}; }
 
 std::optional<Message> Failed(const std::optional<FileFailure>& failure) {
   return failure ? std::optional(Message{failure->Sentence(), "Nothing was changed."}) : std::nullopt;

@@ -20,6 +20,8 @@ namespace messages {
 Message NoGame();
 Message NameIsBlank();
 Message NameIsTaken();
+Message ModIsGone(const std::string& mod);
+Message NotOpened(const std::string& folder);
 
 // Of a failure; nothing when there is none.
 std::optional<Message> Failed(const std::optional<FileFailure>& failure);

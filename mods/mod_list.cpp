@@ -27,15 +27,23 @@ void PutFolders(Module1::Change& change, const std::string& section, const std::
   for (const std::string& folder : folders) change.PutSetting(section, schema::DirKey(j++), folder);
 }
 
+std::vector<std::string> FoldersOf(const Module1::Settings& settings, const std::string& section) {
+  const std::int64_t count = settings.DirCount(section);
+  std::vector<std::string> folders;
+  for (std::int64_t k = 1; k <= count; ++k) folders.push_back(settings.GetSetting(section, schema::DirKey(k), ""));
+  return folders;
+}
+
 }  // namespace
 
-ModLists ListMods(const Module1::Settings& settings, std::string_view game) {
+ModLists ListMods(const Module1::Settings& settings, std::string_view game, const IsMissing& isMissing) {
   ModLists lists;
   const std::int64_t count = settings.ModCount(game);
   for (std::int64_t n = 1; n <= count; ++n) {
     const std::string section = schema::ModSection(game, n);
-    const bool isActive = settings.GetNumber(section, "Active", 0) != 0;
-    (isActive ? lists.active : lists.available).push_back(settings.GetSetting(section, "Name", "Unknown"));
+    ModList& list = settings.GetNumber(section, "Active", 0) != 0 ? lists.active : lists.available;
+    list.names.push_back(settings.GetSetting(section, "Name", "Unknown"));
+    list.lacksFolder.push_back(std::ranges::any_of(FoldersOf(settings, section), isMissing));
   }
   return lists;
 }
@@ -43,12 +51,7 @@ ModLists ListMods(const Module1::Settings& settings, std::string_view game) {
 std::optional<std::vector<std::string>> DataFolders(const Module1::Settings& settings, std::string_view game,
                                                     std::string_view name) {
   const std::int64_t n = settings.FindMod(game, name);
-  if (n == kNoMod) return std::nullopt;
-  const std::string section = schema::ModSection(game, n);
-  const std::int64_t count = settings.DirCount(section);
-  std::vector<std::string> folders;
-  for (std::int64_t k = 1; k <= count; ++k) folders.push_back(settings.GetSetting(section, schema::DirKey(k), ""));
-  return folders;
+  return n == kNoMod ? std::nullopt : std::optional(FoldersOf(settings, schema::ModSection(game, n)));
 }
 
 void SetActive(Module1::Change& change, std::string_view game, std::string_view name, bool isActive) {

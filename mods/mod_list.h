@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,11 +11,16 @@
 // The rules of a game's mods, on settings in memory. A mod's number is its place in the load order. Mods are named as
 // the lists show them; of two with one name, the first is meant.
 
-struct ModLists {
-  std::vector<std::string> available;
-  std::vector<std::string> active;
+struct ModList {
+  std::vector<std::string> names;
+  std::vector<bool> lacksFolder;
 };
-ModLists ListMods(const Module1::Settings& settings, std::string_view game);
+struct ModLists {
+  ModList available;
+  ModList active;
+};
+using IsMissing = std::function<bool(std::string_view folder)>;
+ModLists ListMods(const Module1::Settings& settings, std::string_view game, const IsMissing& isMissing);
 
 // A mod's data folders in their stored order; nothing when it is not registered.
 std::optional<std::vector<std::string>> DataFolders(const Module1::Settings& settings, std::string_view game,

@@ -59,8 +59,9 @@ std::optional<Message> frmMain::MakeModule(const Module1::Change& settings) cons
   return messages::NotMade(WriteModule(settings, game, file));
 }
 
-std::string frmMain::GameToolTip() const {
-  const Module1::Settings settings;
-  const std::string file = ModulePath(settings, SelectedGame());
-  return file.empty() ? "" : "Folder: " + settings.GamePath(SelectedGame()) + "\nModule file: " + file;
+std::string frmMain::GameDetails(const Module1::Settings& settings, std::string_view game) {
+  const std::string file = ModulePath(settings, game);
+  return file.empty() ? "" : "Folder: " + settings.GamePath(game) + "\nModule file: " + file;
 }
+
+void frmMain::CopyLaunchOption() { platform::CopyText(LaunchOption(Module1::Settings())); }

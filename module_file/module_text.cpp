@@ -18,6 +18,10 @@ void AppendTemplate(std::string_view templateText, std::string& module) {
   }
 }
 
+std::string OutFile(const Module1::Settings& settings) {
+  return settings.GetMakeSetting("Make", "Outfile", "Ulvane.module");
+}
+
 }  // namespace
 
 std::string ModuleText(const Module1::Settings& settings, std::string_view game, std::string_view header,
@@ -40,5 +44,10 @@ std::string ModuleText(const Module1::Settings& settings, std::string_view game,
 
 std::string ModulePath(const Module1::Settings& settings, std::string_view game) {
   const std::string folder = settings.InstallFolder(game);
-  return folder.empty() ? "" : folder + settings.GetMakeSetting("Make", "Outfile", "Ulvane.module");
+  return folder.empty() ? "" : folder + OutFile(settings);
+}
+
+std::string LaunchOption(const Module1::Settings& settings) {
+  const std::string file = OutFile(settings);
+  return "-modname " + file.substr(0, file.rfind('.'));
 }

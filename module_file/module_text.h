@@ -15,3 +15,6 @@ std::string ModuleText(const Module1::Settings& settings, std::string_view game,
 
 // The game's module file, a Windows path; empty when the game is not registered.
 std::string ModulePath(const Module1::Settings& settings, std::string_view game);
+
+// What the game is to be started with to use its module file: "-modname Ulvane".
+std::string LaunchOption(const Module1::Settings& settings);

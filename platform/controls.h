@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -10,6 +11,8 @@
 namespace platform {
 
 constexpr int kNoSelection = -1;
+
+enum class FindStep : std::uint8_t { Typed, Next, Previous };  // more or less was typed, or the same again
 
 struct NativeButton;
 struct NativeDropDownList;
@@ -25,6 +28,8 @@ class Button {
 
   // What the user presses while the handler runs, outside of the dialogs that it shows, is dropped.
   void OnClick(std::function<void()> handler) const;
+
+  void TakeFocus() const;
 
  private:
   NativeButton* native_;
@@ -62,14 +67,26 @@ class ListBox {
   // and an arrow key goes on from where it was, unless the first and the last entry are other ones.
   void Fill(const std::vector<std::string>& entries) const;
   int Count() const;
+  void SetMarks(std::vector<bool> marks) const;    // a warning sign for each entry so marked, until the next Fill
   void Select(int position) const;                 // kNoSelection, or a position that is not there, selects none
+  void SelectFirst(int number) const;              // of one with multiple selection, as many entries from the top
   int Selected() const;                            // kNoSelection when none is
   std::string Text() const;                        // of the selected entry; empty when none is
   std::string Text(int position) const;            // empty when there is no such position
+  std::vector<std::string> Texts() const;          // from the top
   std::vector<std::string> SelectedTexts() const;  // from the top
+  bool HasFocus() const;
 
-  // Asked for the tooltip of the entry at a position each time that it is shown; none where the text is empty.
+  // Asked for the tooltip of the entry at a position each time that it is shown; none where the text is empty. An entry
+  // whose text is cut has that above it.
   void OnToolTip(std::function<std::string(int position)> handler) const;
+
+  // Called while the user types into the list, with what was typed so far: the position of the entry to select, or
+  // kNoSelection. `from` is the selected one. Without it, the list goes by the first letters.
+  void OnFind(std::function<int(const std::string& typed, int from, FindStep step)> handler) const;
+
+  // Called when the user has dragged the entry at `from` to the position `to`. Without it, none can be dragged.
+  void OnMove(std::function<void(int from, int to)> handler) const;
 
   // Greyed text in the place of the entries while there are none; no entry itself.
   void SetEmptyText(std::string_view text) const;
@@ -86,6 +103,7 @@ class TextBox {
  public:
   explicit TextBox(NativeTextBox& native) : native_(&native) {}
   std::string Text() const;
+  void SetText(std::string_view text) const;
   void TakeFocus() const;
 
  private:

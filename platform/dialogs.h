@@ -45,4 +45,10 @@ struct ChosenFile {
 // refused with a message, and the choice goes on.
 std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings);
 
+// Shows a folder, a Windows path, in the desktop's file manager. False where it is missing or the desktop has none.
+bool OpenFolder(std::string_view windowsPath);
+
+// Puts the text on the clipboard.
+void CopyText(std::string_view text);
+
 }  // namespace platform

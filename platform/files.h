@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
+#include <vector>
 
 // Whole files. A name that is not there as spelled is looked for without regard to letter case, in every component of
 // its path, as the game's own system does. No function here shows anything; all say why they failed.
@@ -53,8 +55,18 @@ std::error_code ReadFile(const std::filesystem::path& path, std::string& bytes, 
 // back when that fails.
 std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 
-// Whether the system says that a Windows path leads to no folder. What it does not tell is not taken for missing.
-bool IsMissingFolder(std::string_view windowsPath);
+// Which folders below a folder, a Windows path, are missing; it is looked into once, whatever number is asked for. What
+// the system does not tell is not taken for missing.
+class FoldersBelow {
+ public:
+  explicit FoldersBelow(const std::string& windowsPath);
+  bool IsMissing(std::string_view folder) const;
+
+ private:
+  std::string path_;
+  bool isMissing_;
+  std::optional<std::vector<std::string>> names_;  // of the folders immediately below, in one letter case, sorted
+};
 
 // Whether both paths lead to one file that is there.
 bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right);

@@ -38,6 +38,9 @@ constexpr int kNoTabStop = -1;
 
 enum class Initially : std::uint8_t { Enabled, Disabled };
 
+// Where an entry that does not fit is cut, with "…" in that place.
+enum class Cutting : std::uint8_t { AtTheEnd, InTheMiddle };
+
 // Enter clicks the button that has the focus, or else the window's default button. In a window with a default button,
 // Escape clicks the cancel button, or asks the window to close where there is none.
 enum class ButtonRole : std::uint8_t { Plain, Default, Cancel };
@@ -54,16 +57,22 @@ struct ControlLayout {
   ButtonRole role = ButtonRole::Plain;
   std::string_view label = {};           // whose caption names the control for screen readers
   std::string_view accessibleName = {};  // the same where no label does; the tooltip or the caption, where it is empty
+  Cutting cutting = Cutting::AtTheEnd;   // of a list's entries
   std::string_view focusFallback = {};   // a button's: the list that takes the focus from it when it is disabled
 };
 
-// A command of a window: its key, beyond what the key does in every window, and what screen readers hear of it.
+enum class ActsOn : std::uint8_t { Window, SelectedEntry };
+
+// A command of a window. Its menus, its keys and the actions that screen readers offer are made from these.
 struct CommandLayout {
   std::string_view caption;
-  std::string_view key;          // as "Alt+Up"
+  std::string_view key = {};     // as "Alt+Up"; "Enter" is a double click in a list as well
   std::string_view button = {};  // that it clicks while it is enabled; a command without one has a handler of its own
-  std::string_view list = {};    // whose selected entry must have the focus; "Enter" is a double click there as well
-  bool repeats = false;          // while the key is held down, at the keyboard's rate; otherwise it acts once
+  std::string_view control =
+      {};  // in whose menu it is, and that must have the focus for the key; any, where it is empty
+  ActsOn actsOn = ActsOn::Window;
+  bool repeats = false;      // while the key is held down, at the keyboard's rate; otherwise it acts once
+  bool startsGroup = false;  // a line above it in the menu
 };
 
 struct Colour {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -34,9 +35,11 @@ std::optional<std::string> ToWindowsPath(const std::filesystem::path& path);
 // For showing: characters outside the code page are "?".
 std::string DisplayName(const std::filesystem::path& path);
 
+enum class Hidden : std::uint8_t { LeftOut, Listed };
+
 // The names of the folders immediately below a folder, links to folders included, sorted without regard to letter
-// case. Left out: hidden folders, and those whose name the code page cannot spell, since the game could not find
-// them. Nothing when the folder is missing or cannot be listed.
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath);
+// case. Left out are those whose name the code page cannot spell, since the game could not find them. Nothing when the
+// folder is missing or cannot be listed.
+std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden = Hidden::LeftOut);
 
 }  // namespace platform

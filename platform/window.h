@@ -33,8 +33,15 @@ class Window {
   // Asks the window to close, as the user's click on its close box does.
   void Close() const;
 
-  // Called for a command of the layout that has no button.
-  void OnCommand(std::string_view caption, std::function<void()> handler) const;
+  void SetCaption(std::string_view caption) const;
+
+  // Called for a command of the layout that has no button. It is grey in the menu, and its key does nothing, while it
+  // is not available, which is asked each time.
+  void OnCommand(std::string_view caption, const std::function<void()>& handler,
+                 const std::function<bool()>& isAvailable = {}) const;
+
+  // Shows the tooltip of the control with the focus, in a list that of its selected entry.
+  void ShowDetails() const;
 
   // Called when the window is asked to close; setting `cancel` refuses it.
   void OnUnload(std::function<void(bool& cancel)> handler) const;

@@ -31,7 +31,7 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) { return MapToWin
 
 std::string DisplayName(const fs::path& path) { return FromUtf8(path.native()); }
 
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
+std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden) {
   const auto path = ToHostPath(windowsPath);
   if (!path) return std::nullopt;
   std::vector<std::string> names;
@@ -39,7 +39,8 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
   for (fs::directory_iterator entry(AsSpelledOnDisk(*path), failure), end; entry != end; entry.increment(failure)) {
     const fs::path name = entry->path().filename();
     std::error_code untold;
-    if (name.native().starts_with('.') || !entry->is_directory(untold)) continue;
+    const bool isLeftOut = hidden == Hidden::LeftOut && name.native().starts_with('.');
+    if (isLeftOut || !entry->is_directory(untold)) continue;
     if (auto text = FromUtf8Exactly(name.native())) names.push_back(*std::move(text));
   }
   if (failure) return std::nullopt;

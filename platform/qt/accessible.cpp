@@ -67,9 +67,38 @@ class AccessibleDropDownList : public QAccessibleWidget {
   NativeDropDownList* list_;
 };
 
+// Offers the commands as actions, by their captions: those of the window and those of the list with the focus, or of
+// any list that has an entry selected.
+class AccessibleWindow : public QAccessibleWidget {
+ public:
+  explicit AccessibleWindow(NativeWindow& window) : QAccessibleWidget(&window, QAccessible::Window), window_(&window) {}
+
+  QStringList actionNames() const override {
+    QStringList names;
+    for (const NativeWindow::Command& command : window_->Commands()) names << ToQt(command.layout->caption);
+    names.removeDuplicates();
+    return names;
+  }
+
+  void doAction(const QString& action) override {
+    const auto& commands = window_->Commands();
+    const auto isMeant = [&](const NativeWindow::Command& command) {
+      return ToQt(command.layout->caption) == action && command.CanRun();
+    };
+    const auto hasFocus = [&](const NativeWindow::Command& command) {
+      return isMeant(command) && command.IsFor(window_->focusWidget());
+    };
+    auto found = std::ranges::find_if(commands, hasFocus);
+    if (found == commands.end()) found = std::ranges::find_if(commands, isMeant);
+    if (found != commands.end() && window_->isEnabled()) found->Run();
+  }
+
+ private:
+  NativeWindow* window_;
+};
+
 QAccessibleInterface* Describe(const QString& /*kind*/, QObject* object) {
-  if (auto* const window = dynamic_cast<NativeWindow*>(object))
-    return new QAccessibleWidget(window, QAccessible::Window);
+  if (auto* const window = dynamic_cast<NativeWindow*>(object)) return new AccessibleWindow(*window);
   if (auto* const list = dynamic_cast<NativeDropDownList*>(object)) return new AccessibleDropDownList(*list);
   return nullptr;
 }

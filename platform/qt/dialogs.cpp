@@ -3,6 +3,8 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QByteArray>
+#include <QClipboard>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -157,7 +159,8 @@ Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_vie
   box.setWindowModality(Qt::ApplicationModal);
   box.setWindowTitle(ToQt(title));
   box.setTextFormat(Qt::PlainText);
-  box.setText(ToQt(text));
+  box.setText(LinesOnScreen(ToQt(text)));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   box.setIcon(BoxIcon(icon));
   const bool isQuestion = buttons == Buttons::YesNo;
   const QPushButton* const first = box.addButton(isQuestion ? QMessageBox::Yes : QMessageBox::Ok);
@@ -213,5 +216,13 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
     MsgBox(DisplayName(chosen) + " cannot be used: " + reason, Buttons::Ok, Icon::Exclamation, settings.title);
   }
 }
+
+bool OpenFolder(std::string_view windowsPath) {
+  const auto path = ToHostPath(windowsPath);
+  const QString folder = path ? FirstFolder({AsSpelledOnDisk(*path)}) : "";
+  return !folder.isEmpty() && QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+}
+
+void CopyText(std::string_view text) { QGuiApplication::clipboard()->setText(ToQt(text)); }
 
 }  // namespace platform

@@ -1,22 +1,28 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QComboBox>
 #include <QKeyCombination>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPoint>
 #include <QPointer>
 #include <QPushButton>
 #include <QString>
 #include <QWidget>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/controls.h"
 #include "platform/layout.h"
 
 // Qt's widgets behind the handles of controls.h and window.h.
+class QLabel;
+
 namespace platform {
 
 // Whether a dialog is open, which blocks all windows that have a layout. Qt then keeps the mouse and the keyboard from
@@ -38,6 +44,7 @@ struct NativeDropDownList : QComboBox {
 
  protected:
   bool event(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
@@ -46,30 +53,65 @@ struct NativeDropDownList : QComboBox {
 struct NativeListBox : QListWidget {
   explicit NativeListBox(QWidget* parent);
   void Fill(const QStringList& entries);
+  void SetMarks(std::vector<bool> marks);
+  bool IsMarked(int row) const;
+  bool IsCut(const QString& text) const;
+  QPoint PlaceOfSelected() const;  // in the viewport
   void SetEmptyText(const QString& text);
-  int WidestEntry();
   void Repaint();
   QString emptyText;
   std::function<std::string(int position)> onToolTip;
+  std::function<int(const std::string& typed, int from, FindStep step)> onFind;
+  std::function<void(int from, int to)> onMove;
 
  protected:
   bool event(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void initViewItemOption(QStyleOptionViewItem* option) const override;
   void paintEvent(QPaintEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
-  static constexpr int kNotMeasured = -1;
-  int place_ = 0;              // where an arrow key goes on from, while no entry is current
-  int widest_ = kNotMeasured;  // the entry, once the list is laid out
+  struct Dragged {
+    int row;
+    int gap;  // where it would be dropped: above the entry of this row
+  };
+
+  bool TakeFindKey(const QKeyEvent& event);
+  void Find(FindStep step);
+  void EndFinding();
+  void DragTo(int y);
+  void StopDragging();
+
+  std::vector<bool> marks_;
+  int place_ = 0;  // where an arrow key goes on from, while no entry is current
+  QString typed_;
+  QLabel* findBox_;
+  QBasicTimer findEnd_;
+  QPoint pressed_;
+  std::optional<Dragged> dragged_;
+  QBasicTimer scrolling_;
 };
 
 struct NativeTextBox : QLineEdit {
   explicit NativeTextBox(QWidget* parent);
 };
+
+// No more lines than the screen has room for; the last then says how many more there are.
+QString LinesOnScreen(const QString& text);
+
+// As text, whatever it looks like.
+QString ToToolTip(const QString& text);
+
+void MarkFocus(QWidget& widget);
 
 // Leaves out what the code page cannot spell, and says so in a tooltip below the box and in its description.
 void KeepToCodePage(QLineEdit& box);
@@ -86,11 +128,28 @@ struct NativeWindow : QWidget {
   void Disable();
   void Enable();
 
-  void OnCommand(std::string_view caption, std::function<void()> handler);
+  struct Command {
+    const CommandLayout* layout;
+    QKeyCombination key;
+    NativeButton* button;
+    QWidget* control;
+    std::function<void()> handler = {};
+    std::function<bool()> isAvailable = {};
 
-  // Carries out the command of the key, while the list has the focus or, where it is null, whatever has. False where
-  // there is none.
-  bool TakeKey(const QKeyEvent& event, const NativeListBox* list);
+    bool IsFor(const QWidget* focus) const { return control == nullptr || control == focus; }
+    bool CanRun() const;
+    void Run() const;
+  };
+  const std::vector<Command>& Commands() const { return commands_; }
+  void OnCommand(std::string_view caption, const std::function<void()>& handler,
+                 const std::function<bool()>& isAvailable);
+
+  // Runs the command of the key, for the control with the focus. False where there is none.
+  bool TakeKey(const QKeyEvent& event);
+
+  // At a place on the screen.
+  void ShowMenu(const QWidget& control, const QPoint& place);
+  void ShowDetails();
 
   std::map<std::string, QWidget*, std::less<>> controls;
   std::function<void(bool& cancel)> onUnload;
@@ -104,16 +163,8 @@ struct NativeWindow : QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  struct Command {
-    QKeyCombination key;
-    NativeButton* button = nullptr;
-    const NativeListBox* list = nullptr;
-    bool repeats = false;
-    std::function<void()> handler = {};
-  };
-
   void SetOpen(bool isOpen);
-  void KeepClearOfOthers();
+  void PlaceAmongOthers();
   void BringWhatIsInFront();
   void TakeDesktopsSize();
   void AddControl(const ControlLayout& control);
@@ -122,7 +173,7 @@ struct NativeWindow : QWidget {
   void SetTabOrder();
 
   const WindowLayout& layout_;
-  std::map<std::string_view, Command> commands_;  // by their captions
+  std::vector<Command> commands_;
   QPushButton* defaultButton_ = nullptr;
   QPushButton* cancelButton_ = nullptr;
   QPointer<NativeWindow> inFront_;

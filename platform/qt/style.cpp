@@ -20,8 +20,11 @@ QColor Outline(const QPalette& palette, int darker) {
   constexpr int kDark = 96;  // of 255
   const QColor window = palette.color(QPalette::Window);
   if (window.lightness() >= kDark) return window.darker(darker);
-  const QColor text = palette.color(QPalette::WindowText);
-  return {(window.red() + text.red()) / 2, (window.green() + text.green()) / 2, (window.blue() + text.blue()) / 2};
+  return Mixed(window, palette.color(QPalette::WindowText));
+}
+
+QColor Mixed(const QColor& one, const QColor& other) {
+  return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2, (one.blue() + other.blue()) / 2};
 }
 
 Style::Style() : QProxyStyle("Fusion") {}

@@ -10,6 +10,9 @@ namespace platform {
 // window, which leaves no room for that, half-way to its text.
 QColor Outline(const QPalette& palette, int darker);
 
+// Half-way between the two.
+QColor Mixed(const QColor& one, const QColor& other);
+
 // Fusion, with these outlines around buttons, boxes and lists.
 struct Style : QProxyStyle {
   Style();

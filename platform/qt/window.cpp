@@ -2,9 +2,12 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLabel>
+#include <QMenu>
 #include <QMetaObject>
 #include <QPainter>
 #include <QScreen>
@@ -44,9 +47,10 @@ QWidget* MakeLabel(const ControlLayout& control, QWidget* parent) {
   return label;
 }
 
-QWidget* MakeListBox(QAbstractItemView::SelectionMode mode, QWidget* parent) {
+QWidget* MakeListBox(const ControlLayout& control, QAbstractItemView::SelectionMode mode, QWidget* parent) {
   auto* const list = new NativeListBox(parent);
   list->setSelectionMode(mode);
+  list->setTextElideMode(control.cutting == Cutting::InTheMiddle ? Qt::ElideMiddle : Qt::ElideRight);
   return list;
 }
 
@@ -60,9 +64,9 @@ QWidget* MakeWidget(const ControlLayout& control, QWidget* parent) {
     case ControlKind::DropDownList:
       return new NativeDropDownList(parent);
     case ControlKind::ListBox:
-      return MakeListBox(QAbstractItemView::SingleSelection, parent);
+      return MakeListBox(control, QAbstractItemView::SingleSelection, parent);
     case ControlKind::MultiListBox:
-      return MakeListBox(QAbstractItemView::MultiSelection, parent);
+      return MakeListBox(control, QAbstractItemView::MultiSelection, parent);
     case ControlKind::TextBox:
       return new NativeTextBox(parent);
     case ControlKind::Line:
@@ -144,29 +148,84 @@ void NativeWindow::ConnectControl(const ControlLayout& control) const {
 }
 
 void NativeWindow::AddCommand(const CommandLayout& layout) {
-  auto* const button = layout.button.empty() ? nullptr : &Find<NativeButton>(*this, layout.button);
-  const auto* const list = layout.list.empty() ? nullptr : &Find<NativeListBox>(*this, layout.list);
   const QKeySequence key(ToQt(layout.key), QKeySequence::PortableText);
-  commands_[layout.caption] = {Plain(key[0]), button, list, layout.repeats};
-  if (button == nullptr) return setAccessibleDescription(ToQt(layout.key) + ": " + ToQt(layout.caption));
-  button->setAccessibleDescription(ToQt(layout.key) + (list != nullptr ? " in " + list->accessibleName() : ""));
+  auto* const button = layout.button.empty() ? nullptr : &Find<NativeButton>(*this, layout.button);
+  auto* const control = layout.control.empty() ? nullptr : &Find<QWidget>(*this, layout.control);
+  commands_.push_back({&layout, key.isEmpty() ? QKeyCombination() : Plain(key[0]), button, control});
+  if (key.isEmpty()) return;
+  const QString place = control != nullptr ? " in " + control->accessibleName() : "";
+  if (button != nullptr) return button->setAccessibleDescription(ToQt(layout.key) + place);
+  if (control != nullptr) return;
+  const QString others = accessibleDescription();
+  setAccessibleDescription((others.isEmpty() ? "" : others + ", ") + ToQt(layout.key) + ": " + ToQt(layout.caption));
 }
 
-void NativeWindow::OnCommand(std::string_view caption, std::function<void()> handler) {
-  const auto command = commands_.find(caption);
-  if (command == commands_.end()) StopForUnknownName("command", caption);
-  command->second.handler = std::move(handler);
+void NativeWindow::OnCommand(std::string_view caption, const std::function<void()>& handler,
+                             const std::function<bool()>& isAvailable) {
+  bool isKnown = false;
+  for (Command& command : commands_) {
+    if (command.layout->caption != caption) continue;
+    command.handler = handler;
+    command.isAvailable = isAvailable;
+    isKnown = true;
+  }
+  if (!isKnown) StopForUnknownName("command", caption);
 }
 
-bool NativeWindow::TakeKey(const QKeyEvent& event, const NativeListBox* list) {
+bool NativeWindow::Command::CanRun() const {
+  if (button != nullptr && !button->isEnabled()) return false;
+  if (isAvailable && !isAvailable()) return false;
+  const auto* const list = dynamic_cast<const NativeListBox*>(control);
+  return layout->actsOn == ActsOn::Window || (list != nullptr && !list->selectedItems().isEmpty());
+}
+
+// Taking the focus may refill the lists, so what can run is asked afterwards.
+void NativeWindow::Command::Run() const {
+  if (IsBlockedByDialog()) return;
+  if (control != nullptr) control->setFocus();
+  if (!CanRun()) return;
+  if (button != nullptr) return button->click();
+  handler();
+  DropInputAfterHandler();
+}
+
+bool NativeWindow::TakeKey(const QKeyEvent& event) {
+  QWidget* const focus = focusWidget();
   const QKeyCombination pressed = Plain(event.keyCombination());
-  const auto found = std::ranges::find_if(
-      commands_, [&](const auto& each) { return each.second.key == pressed && each.second.list == list; });
+  if (pressed == QKeyCombination(Qt::Key_Menu) || pressed == (Qt::SHIFT | Qt::Key_F10)) {
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, {}, Qt::NoModifier);
+    return focus != nullptr && QCoreApplication::sendEvent(focus, &menu);
+  }
+  const auto found = std::ranges::find_if(commands_, [&](const Command& command) {
+    return !command.layout->key.empty() && command.key == pressed && command.IsFor(focus);
+  });
   if (found == commands_.end()) return false;
-  const Command& command = found->second;
-  if ((IsRepeat(event) && !command.repeats) || (list != nullptr && list->selectedItems().isEmpty())) return true;
-  command.button != nullptr ? command.button->click() : command.handler();
+  if (!IsRepeat(event) || found->layout->repeats) found->Run();
   return true;
+}
+
+void NativeWindow::ShowMenu(const QWidget& control, const QPoint& place) {
+  auto* const menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const Command& command : commands_) {
+    if (!command.IsFor(&control)) continue;
+    if (command.layout->startsGroup) menu->addSeparator();
+    auto* const action = menu->addAction(ToQt(command.layout->caption) + "\t" + ToQt(command.layout->key));
+    action->setEnabled(command.CanRun());
+    connect(
+        action, &QAction::triggered, this, [&command] { command.Run(); }, Qt::QueuedConnection);
+  }
+  menu->isEmpty() ? delete menu : menu->popup(place);
+}
+
+// The tooltip, where the mouse would ask for it.
+void NativeWindow::ShowDetails() {
+  auto* const list = dynamic_cast<NativeListBox*>(focusWidget());
+  QWidget* const shown = list != nullptr ? list->viewport() : focusWidget();
+  if (shown == nullptr) return;
+  const QPoint place = list != nullptr ? list->PlaceOfSelected() : shown->rect().center();
+  QHelpEvent event(QEvent::ToolTip, place, shown->mapToGlobal(place));
+  QCoreApplication::sendEvent(shown, &event);
 }
 
 void NativeWindow::SetTabOrder() {
@@ -190,23 +249,27 @@ void NativeWindow::SetOpen(bool isOpen) {
   isOpen ? NoteWindowOpened() : NoteWindowClosed();
 }
 
-// Where the desktop would open it exactly over another of its kind, it would hide it.
-void NativeWindow::KeepClearOfOthers() {
+// Over another window of the tool, and clear of those of its own kind, which it would hide.
+void NativeWindow::PlaceAmongOthers() {
   constexpr int kStep = 24;
   QPoint place;
+  QPoint middle;
   for (const QWidget* const other : QApplication::topLevelWidgets()) {
-    if (other != this && other->isVisible() && other->objectName() == objectName()) {
-      const QPoint next = other->pos() + QPoint(kStep, kStep);
+    if (other == this || !other->isVisible() || dynamic_cast<const NativeWindow*>(other) == nullptr) continue;
+    const QPoint next = other->pos() + QPoint(kStep, kStep);
+    if (other->objectName() == objectName())
       place = QPoint(std::max(place.x(), next.x()), std::max(place.y(), next.y()));
-    }
+    else
+      middle = other->pos() + (other->rect().center() - rect().center());
   }
+  if (place.isNull()) place = middle;
   if (place.isNull()) return;
   const QRect room = screen()->availableGeometry();
   move(room.contains(QRect(place, size())) ? place : room.topLeft());
 }
 
 void NativeWindow::Open() {
-  KeepClearOfOthers();
+  PlaceAmongOthers();
   SetOpen(true);
   show();
   activateWindow();
@@ -286,7 +349,7 @@ void NativeWindow::closeEvent(QCloseEvent* event) {
 }
 
 void NativeWindow::keyPressEvent(QKeyEvent* event) {
-  if (TakeKey(*event, nullptr)) return;
+  if (TakeKey(*event)) return;
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     auto* const focused = qobject_cast<QPushButton*>(focusWidget());
     QPushButton* const button = focused != nullptr ? focused : defaultButton_;
@@ -338,9 +401,14 @@ void Window::OnUnload(std::function<void(bool& cancel)> handler) const { native_
 
 void Window::OnClosed(std::function<void()> handler) const { native_->onClosed = std::move(handler); }
 
-void Window::OnCommand(std::string_view caption, std::function<void()> handler) const {
-  native_->OnCommand(caption, std::move(handler));
+void Window::OnCommand(std::string_view caption, const std::function<void()>& handler,
+                       const std::function<bool()>& isAvailable) const {
+  native_->OnCommand(caption, handler, isAvailable);
 }
+
+void Window::SetCaption(std::string_view caption) const { native_->setWindowTitle(ToQt(caption)); }
+
+void Window::ShowDetails() const { native_->ShowDetails(); }
 
 void Window::Disable() const { native_->Disable(); }
 

@@ -46,10 +46,10 @@ bool IsThere(const std::wstring& folder) {
 
 // Names that begin with a dot are left out as on other systems, where they mean hidden: what keeps its own records in a
 // folder of such a name does so on all of them.
-bool IsOffered(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
-  constexpr DWORD kFolderAndHidden = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN;
-  if ((entry.dwFileAttributes & kFolderAndHidden) != FILE_ATTRIBUTE_DIRECTORY) return false;
-  if (entry.cFileName[0] == L'.') return false;
+bool IsListed(const std::wstring& folder, const WIN32_FIND_DATAW& entry, Hidden hidden) {
+  if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
+  const bool isHidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0 || entry.cFileName[0] == L'.';
+  if (isHidden && hidden == Hidden::LeftOut) return false;
   const bool isLink = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
   return !isLink || IsThere(folder + entry.cFileName);
 }
@@ -136,7 +136,7 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) {
 
 std::string DisplayName(const fs::path& path) { return FromUtf16(ToUnits(path.native())); }
 
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath) {
+std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden) {
   const auto path = ToHostPath(windowsPath);
   if (!path) return std::nullopt;
   std::wstring folder = ToSystem(*path);
@@ -151,7 +151,7 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
   }
   std::vector<std::string> names;
   do {
-    if (!IsOffered(folder, entry)) continue;
+    if (!IsListed(folder, entry, hidden)) continue;
     if (auto name = FromUtf16Exactly(ToUnits(entry.cFileName))) names.push_back(*std::move(name));
   } while (FindNextFileW(find.get(), &entry) != 0);
   if (GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;

@@ -68,10 +68,11 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
 }
 
 TEST(ModList, ListsModsByTheirNumbers) {
-  const Module1::Settings settings(Settings(4, {{"a", "2"}, {"b", "x"}, {"c", "-1"}}));
-  const ModLists lists = ListMods(settings, kGame);
-  EXPECT_EQ(lists.active, (Names{"a", "c"}));
-  EXPECT_EQ(lists.available, (Names{"b", "Unknown"}));
+  const Module1::Settings settings(Settings(4, {{"a", "2", {"there", "gone"}}, {"b", "x"}, {"c", "-1", {"there"}, {"gone"}}}));
+  const ModLists lists = ListMods(settings, kGame, [](std::string_view folder) { return folder == "gone"; });
+  EXPECT_EQ(lists.active.names, (Names{"a", "c"}));
+  EXPECT_EQ(lists.active.lacksFolder, (std::vector<bool>{true, false}));
+  EXPECT_EQ(lists.available.names, (Names{"b", "Unknown"}));
   EXPECT_TRUE(IsNameTaken(settings, kGame, "a") && IsNameTaken(settings, kGame, "a", "b"));
   EXPECT_FALSE(IsNameTaken(settings, kGame, "A") || IsNameTaken(settings, kGame, "a", "a"));
 }
