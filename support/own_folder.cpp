@@ -9,8 +9,6 @@
 
 #include "platform/paths.h"
 
-namespace fs = std::filesystem;
-
 namespace support {
 namespace {
 

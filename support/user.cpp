@@ -1,35 +1,11 @@
 #include "support/user.h"
 
-#include <QAbstractButton>
-#include <QAbstractEventDispatcher>
-#include <QAbstractItemView>
-#include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QFontInfo>
-#include <QHelpEvent>
-#include <QImage>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMessageBox>
-#include <QPalette>
-#include <QPixmap>
-#include <QPointer>
-#include <QPushButton>
 #include <QTest>
-#include <QTextDocumentFragment>
-#include <QTimer>
-#include <QToolTip>
-#include <QWheelEvent>
-#include <QWindow>
+#include <QtWidgets>
 #include <algorithm>
 #include <array>
 #include <deque>
 #include <exception>
-#include <functional>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -155,13 +131,6 @@ void ClickAt(const Place& place, QTest::MouseAction action = QTest::MouseClick) 
   QTest::mouseEvent(action, window->windowHandle(), Qt::LeftButton, Qt::NoModifier, point);
 }
 
-QKeyCombination Combination(Key key) {
-  constexpr std::array<QKeyCombination, 11> kKeys = {
-      Qt::Key_Tab,          Qt::Key_Return,         Qt::Key_Escape, Qt::Key_Space,  Qt::Key_Up, Qt::Key_Down,
-      Qt::ALT | Qt::Key_Up, Qt::ALT | Qt::Key_Down, Qt::Key_Delete, Qt::Key_Insert, Qt::Key_F5};
-  return kKeys.at(static_cast<std::size_t>(key));
-}
-
 std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text().remove('&')); }
 
 QString WithoutMarkup(const QString& text) { return QTextDocumentFragment::fromHtml(text).toPlainText(); }
@@ -236,17 +205,17 @@ Act Answer(const std::string& button) {
   };
 }
 
-Act Press(Key key) {
+Act Press(const std::string& keys) {
   return [=] {
     Activate(Front());
-    const QKeyCombination keys = Combination(key);
-    QTest::keyClick(QGuiApplication::focusWindow(), keys.key(), keys.keyboardModifiers());
+    QTest::keySequence(QGuiApplication::focusWindow(), QKeySequence(ToQt(keys)));
   };
 }
 
-Act Repeat(Key key) {
+Act Repeat(const std::string& keys) {
   return [=] {
-    QKeyEvent again(QEvent::KeyPress, Combination(key).key(), Combination(key).keyboardModifiers(), "", true);
+    const QKeyCombination held = QKeySequence(ToQt(keys))[0];
+    QKeyEvent again(QEvent::KeyPress, held.key(), held.keyboardModifiers(), "", true);
     QApplication::sendEvent(Front().windowHandle(), &again);
   };
 }
@@ -254,7 +223,7 @@ Act Repeat(Key key) {
 Act GoTo(const std::string& control) {
   return [=] {
     Activate(*Control(control).window());
-    if (Focus() != control) DoNext({Press(Key::Tab), GoTo(control)});
+    if (Focus() != control) DoNext({Press("Tab"), GoTo(control)});
   };
 }
 
@@ -270,7 +239,7 @@ Act Type(const std::string& text) {
 Act Paste(const std::u16string& text) {
   return [=] {
     QApplication::clipboard()->setText(QString::fromStdU16String(text));
-    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_V, Qt::ControlModifier);
+    Press("Ctrl+V")();
   };
 }
 

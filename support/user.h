@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -35,9 +34,8 @@ Act Select(const std::string& list, const std::string& entry);         // as a s
 Act TurnWheel(const std::string& control);                             // one notch, over it
 Act Answer(const std::string& button);                                 // a message or another dialog
 
-enum class Key : std::uint8_t { Tab, Enter, Escape, Space, Up, Down, AltUp, AltDown, Delete, Insert, F5 };
-Act Press(Key key);
-Act Repeat(Key key);                                                 // once more, while it is held down
+Act Press(const std::string& keys);                                  // as Qt writes them: "Return", "Esc", "Alt+Up"
+Act Repeat(const std::string& keys);                                 // once more, while they are held down
 Act GoTo(const std::string& control);                                // by the Tab key
 Act Type(const std::string& text);                                   // where the focus is, in place of what is selected
 Act Paste(const std::u16string& text);                               // there as well, and not in the code page

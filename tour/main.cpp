@@ -22,7 +22,6 @@ namespace fs = std::filesystem;
 using support::Act;
 using support::Answer;
 using support::Click;
-using support::Key;
 using support::Press;
 using support::Type;
 
@@ -93,11 +92,11 @@ class Tour {
     const Act name = support::InTurn({Click("cmdnew"), Type("Sample Game")});
     const Act sayListed = [] { Print("      Listed: " + support::Entries("lstGames").back() + "\n"); };
     Say("Click on '*', then on '+', and name the game 'Sample Game'.");
-    Do({Click("cmdGoToGames"), name, Picture("game-name"), Press(Key::Enter)});
+    Do({Click("cmdGoToGames"), name, Picture("game-name"), Press("Return")});
     Say("Pick its W40k.exe.");
-    Do({support::Paste(game_.filename().u16string()), Picture("game-file"), Press(Key::Enter), sayListed});
+    Do({support::Paste(game_.filename().u16string()), Picture("game-file"), Press("Return"), sayListed});
     Say("Click on '+' and name another one the same.");
-    Do({name, Press(Key::Enter)});
+    Do({name, Press("Return")});
     Meet("message-game-name-taken", "OK");
     Do({Picture("setup")});
     Say("Click on 'OK'.");
@@ -152,7 +151,7 @@ class Tour {
     Meet("message-settings", "OK");
     Do({Picture("settings-unread"), [=] { fs::remove(settings); }, rename(Away(settings), settings)});
     Say("Put them back, and activate 'Big Armies' again.");
-    Do({support::GoTo("lstGame"), Press(Key::Tab), Click("cmdActivateAll")});
+    Do({support::GoTo("lstGame"), Press("Tab"), Click("cmdActivateAll")});
     SayLists();
   }
 

@@ -9,8 +9,6 @@
 #include "platform/qt/text.h"
 #include "platform/registry.h"
 
-namespace fs = std::filesystem;
-
 namespace support {
 namespace {
 

@@ -6,8 +6,6 @@
 
 #include "platform/windows/system.h"
 
-namespace fs = std::filesystem;
-
 // The settings hold paths on drive C:, and the registry is one for the whole machine, so the tests take a part of both
 // for themselves. Whoever starts them says by an environment variable that the machine is there for that.
 namespace support {

@@ -1,19 +1,13 @@
 #include <fcntl.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
-#include <string>
-#include <vector>
 
-#include "support/user.h"
 #include "tests/support/game.h"
 
 // Every command, in the real windows, with each reading and each replacement of a file going wrong as a whole. What may
 // go wrong inside these two is tried without any window.
-namespace fs = std::filesystem;
 using namespace support;
 
 namespace {

@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <ostream>
-#include <string>
-#include <string_view>
-#include <system_error>
-#include <vector>
 
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -17,12 +9,11 @@
 
 // The replacing and the reading of a file, with each of their calls to the system going wrong in turn, in every way
 // that it can.
-namespace fs = std::filesystem;
+using namespace support;
 using faults::calls;
 using faults::Fault;
 using platform::BesideExecutable;
 using platform::FileRefusal;
-using support::ExecutableFolder;
 using Content = std::optional<std::string>;  // of a file; nothing when it is missing
 
 namespace {

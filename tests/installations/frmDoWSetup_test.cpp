@@ -1,15 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <filesystem>
-#include <string>
-#include <vector>
-
-#include "platform/paths.h"
-#include "support/user.h"
 #include "tests/support/game.h"
 
-namespace fs = std::filesystem;
 using namespace support;
 
 namespace {
@@ -28,14 +18,14 @@ Act Pick(const fs::path& file) {
     EXPECT_EQ(ShownMessage().value().title, "Select DoW Path");
     if (file.is_absolute()) WriteFile(file, "");
   };
-  return InTurn({look, Paste(file.u16string()), Press(Key::Enter)});
+  return InTurn({look, Paste(file.u16string()), Press("Return")});
 }
 
 Act Name(const std::string& game) {
   const Message question = {"New", "Installation Name:", "", {"OK", "Cancel"}};
   const Act look = [] { EXPECT_EQ(TextOfFocus(), "Dawn of War"); };
   const Act pasteWhatTheCodePageLacks = Paste(u"\u65E5");
-  return InTurn({Click("cmdnew"), Sees(question), look, Type(game), pasteWhatTheCodePageLacks, Press(Key::Enter)});
+  return InTurn({Click("cmdnew"), Sees(question), look, Type(game), pasteWhatTheCodePageLacks, Press("Return")});
 }
 
 const Act kOpen = Click("cmdGoToGames");
@@ -69,7 +59,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
   const auto refuses = [](const fs::path& folder, const std::string& said) -> std::vector<Act> {
     const Act isSaid = [=] { EXPECT_NE(ShownMessage().value().text.find(said), std::string::npos); };
     const Act pick = Pick(GameFolder() / folder / "W40k.exe");
-    const Act cancel = Press(Key::Escape);  // since the choice goes on
+    const Act cancel = Press("Esc");  // since the choice goes on
     return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
   };
   const std::string longName(120, 'x');
@@ -100,10 +90,9 @@ TEST(Setup, RemovesAGameWhenTheUserSaysSo) {
   const Message question = {"Delete", "Really Delete 'First'?", "", {"Yes", "No"}};
   const Act click = Click("cmdDelete");
   const Act select = Click("lstGames", "First (C:\\)");
-  const Act enter = Press(Key::Enter);
+  const Act enter = Press("Return");
   Check(kTwoGames, "by the keyboard alone",
-        {GoTo("cmdGoToGames"), enter, GoTo("lstGames"), Press(Key::Down), GoTo("cmdDelete"), enter, Sees(question),
-         enter},
+        {GoTo("cmdGoToGames"), enter, GoTo("lstGames"), Press("Down"), GoTo("cmdDelete"), enter, Sees(question), enter},
         "Second (D:\\two\\)", With(one, "DoW1=First", "DoW1=Second"));
   Check(kTwoGames, "not where none is selected, nor for No", {kOpen, click, select, click, Answer("No")},
         "[First (C:\\)]" + kSecond);
@@ -112,8 +101,7 @@ TEST(Setup, RemovesAGameWhenTheUserSaysSo) {
 TEST(Setup, OkReloadsTheSelectorAndClosingDoesNot) {
   const Act reloaded = Shows("lstGame", "[Dawn of War], Second");
   const Act asItWas = Shows("lstGame", "Dawn of War, [Second]");
-  Check(TwoGames(), "", {kChooseSecond, kOpen, Press(Key::Escape), asItWas, kOpen, Press(Key::Enter), reloaded},
-        "Other | ()");
+  Check(TwoGames(), "", {kChooseSecond, kOpen, Press("Esc"), asItWas, kOpen, Press("Return"), reloaded}, "Other | ()");
 }
 
 TEST(Setup, TheMainWindowIsOutOfUseUntilItHasEnded) {

@@ -1,9 +1,5 @@
 #include "installations/game_list.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "tests/support/game.h"
 
 using namespace support;

@@ -1,13 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
-#include <vector>
-
-#include "support/user.h"
 #include "tests/support/game.h"
 
-namespace fs = std::filesystem;
 using namespace support;
 
 // The commands of the main window, from a click or a key to the files. Their rules are tried in mod_list_test.cpp.
@@ -22,15 +14,14 @@ TEST(Commands, ActivateModsAndWriteTheModuleFile) {
   const Names all = {"GammaData", "GammaSound", "BetaData", "AlphaData"};
   Check(FourMods(), "one is activated, by a double click", {DoubleClick("lstNotActive", "Beta")},
         "Delta | Alpha, Beta, Gamma", Settings(4, {kAlpha, kActiveBeta, kGamma, kDelta}), all);
-  Check(FourMods(), "one is deactivated, by its key", {Click("lstActive", "Alpha"), Press(Key::Enter)},
+  Check(FourMods(), "one is deactivated, by its key", {Click("lstActive", "Alpha"), Press("Return")},
         "Alpha, Beta, Delta | Gamma", With(FourMods(), "Name=Alpha\r\nActive=1", "Name=Alpha\r\nActive=0"),
         Names{"GammaData", "GammaSound"});
   Check(FourMods(), "all are activated", {Click("cmdActivateAll")}, "() | Alpha, Beta, Gamma, Delta",
         Settings(4, {kAlpha, kActiveBeta, kGamma, {"Delta", "1"}}), all);
   Check(FourMods(), "all are deactivated", {Click("cmdDeactivateAll")}, "Alpha, Beta, Gamma, Delta | ()",
         Settings(4, {{"Alpha", "0", kAlpha.folders}, kBeta, {"Gamma", "0", kGamma.folders}, kDelta}), Names{});
-  Check(FourMods(), "the focus alone selects nothing", {Press(Key::Tab), Click("cmdActivate1")}, kAsBefore, {},
-        asItWas);
+  Check(FourMods(), "the focus alone selects nothing", {Press("Tab"), Click("cmdActivate1")}, kAsBefore, {}, asItWas);
   Check(FourMods(), "one that is no longer registered is left alone",
         {Click("lstNotActive", "Beta"), Write(kRenamed), Click("cmdActivate1")}, "Renamed, Delta | Alpha, Gamma",
         kRenamed, asItWas);
@@ -47,7 +38,7 @@ TEST(Commands, MoveTheSelectedMod) {
   const std::string renamed = With(FourMods(), "Name=Gamma", "Name=Renamed");
   const Act makeReadOnly = [] { fs::permissions(SettingsFile(), fs::perms(0444)); };
   const Message unsaved = Failed("Make Module", " could not be written: Permission denied.", "Nothing was changed.");
-  Check(FourMods(), "by its key", {Click("lstActive", "Gamma"), Press(Key::AltUp)}, "Beta, Delta | [Gamma], Alpha",
+  Check(FourMods(), "by its key", {Click("lstActive", "Gamma"), Press("Alt+Up")}, "Beta, Delta | [Gamma], Alpha",
         Settings(4, {kGamma, kBeta, {"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kDelta}) + Section("-1", kGamma),
         Names{"AlphaData", "GammaData", "GammaSound"});
   Check(FourMods(), "not without one, nor beyond the ends",
@@ -68,7 +59,7 @@ TEST(Commands, DeleteTheSelectedModWhenTheUserSaysSo) {
   const Act select = Click("lstNotActive", "<b>x");
   const Act click = Click("cmdDeleteMod");
   const std::string renamed = With(three, "Name=<b>x", "Name=Renamed");
-  Check(three, "by its key, and a name is plain text", {select, Press(Key::Delete), Sees(question), Press(Key::Enter)},
+  Check(three, "by its key, and a name is plain text", {select, Press("Del"), Sees(question), Press("Return")},
         "() | Alpha, Gamma", Settings(2, {kAlpha, kGamma, kGamma}));
   Check(three, "not for the close box", {select, click, Close()}, "[<b>x] | Alpha, Gamma");
   Check(three, "no question about one that is no longer registered", {select, Write(renamed), click},

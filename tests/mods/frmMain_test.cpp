@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
-#include <string>
-#include <vector>
 
-#include "support/user.h"
 #include "tests/support/game.h"
 
-namespace fs = std::filesystem;
 using namespace support;
 
 namespace {
@@ -41,9 +34,9 @@ TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
   const std::string first = "Beta, Delta | Alpha, Gamma";
   const Act anotherProgram = SwitchToAnotherProgram();
   Check(TwoGames(), "choosing refills nothing", {kChooseSecond}, first);
-  Check(TwoGames(), "nor does the open list", {kChooseSecond, Click("lstGame"), Press(Key::Escape)}, first);
+  Check(TwoGames(), "nor does the open list", {kChooseSecond, Click("lstGame"), Press("Esc")}, first);
   Check(TwoGames(), "nor does another program", {kChooseSecond, anotherProgram}, first);
-  Check(TwoGames(), "the Tab key", {kChooseSecond, Press(Key::Tab)}, "Other | ()");
+  Check(TwoGames(), "the Tab key", {kChooseSecond, Press("Tab")}, "Other | ()");
   Check(TwoGames(), "a click into a list acts on the refilled list",
         // The first entry is Other once the click has taken the focus.
         {kChooseSecond, Click("lstNotActive", "Beta")}, "[Other] | ()");
@@ -73,7 +66,7 @@ TEST(MainWindow, IsOutlinedInDarkColours) {
     for (const char* const name : {"CancelButton", "txtName", "frmNew"})
       EXPECT_GT(CountPixels(name, 0x7F7F7F), 100) << name;
   };
-  Try(FourMods(), "", {TurnDark(), Click("cmdNewMod"), GoTo("lstDirs"), isOutlined, Press(Key::Escape)},
+  Try(FourMods(), "", {TurnDark(), Click("cmdNewMod"), GoTo("lstDirs"), isOutlined, Press("Esc")},
       "Beta, Delta | Alpha, Gamma");
 }
 
@@ -89,7 +82,7 @@ TEST(MainWindow, HasItsLookAndTheTabKeyGoesRoundInItsOrder) {
        {"lstGame", "lstNotActive", "lstActive", "cmdActivate1", "cmdDeactivate1", "cmdActivateAll", "cmdDeactivateAll",
         "cmdMoveUp", "cmdMoveDown", "cmdNewMod", "cmdDeleteMod", "cmdGoToGames", "lstGame"}) {
     acts.push_back(Focused(control));
-    acts.push_back(Press(Key::Tab));
+    acts.push_back(Press("Tab"));
   }
   Try(FourMods(), "", acts, "Beta, Delta | Alpha, Gamma");
 }

@@ -1,8 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "support/user.h"
 #include "tests/support/game.h"
 
 using namespace support;
@@ -17,7 +12,7 @@ std::string AndFifth(const Mod& mod) { return Settings(5, {kAlpha, kBeta, kGamma
 
 TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
   const Act open = Click("cmdNewMod");
-  const Act enter = Press(Key::Enter);
+  const Act enter = Press("Return");
   const Act ok = Click("OKButton");
   const std::string noGame = Text({"[Games]", "Count=0"});
   const auto listed = [](const std::string& name) { return "Beta, Delta, " + name + " | Alpha, Gamma"; };
@@ -30,14 +25,14 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
   Check(FourMods(), "a name must be there, and is put right at once",
         {open, Type("  "), ok, Sees(kEmptyName), Answer("OK"), Type("x"), enter}, listed("x"), AndFifth({"  x", "0"}));
   Check(FourMods(), "that of an available mod is taken",
-        {open, Type("Beta"), ok, Sees(kTakenName), Press(Key::Escape), Type("x"), enter}, listed("Betax"),
+        {open, Type("Beta"), ok, Sees(kTakenName), Press("Esc"), Type("x"), enter}, listed("Betax"),
         AndFifth({"Betax", "0"}));
   Check(FourMods(), "letter case and blanks count, and the keyboard alone will do",
-        {Click("lstNotActive", "Beta"), Press(Key::Insert), Type(" beta"), GoTo("lstDirs"), Press(Key::Down),
-         Press(Key::Space), enter},
+        {Click("lstNotActive", "Beta"), Press("Ins"), Type(" beta"), GoTo("lstDirs"), Press("Down"), Press("Space"),
+         enter},
         listed("beta"), AndFifth({" beta", "0", {"B\xE4r"}}));
   Check(FourMods(), "not after Cancel", {open, Type("New"), Click("CancelButton")}, asBefore);
-  Check(FourMods(), "nor after Escape", {open, Type("New"), Press(Key::Escape)}, asBefore);
+  Check(FourMods(), "nor after Escape", {open, Type("New"), Press("Esc")}, asBefore);
   Check(FourMods(), "not for a game that went meanwhile",
         {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close()}, asBefore, noGame);
 

@@ -1,10 +1,5 @@
-#include <gtest/gtest.h>
-
 #include <initializer_list>
-#include <string>
-#include <vector>
 
-#include "support/user.h"
 #include "tests/support/game.h"
 
 using namespace support;
@@ -24,21 +19,20 @@ TEST(Keys, NoClickDoesWhatWasNotMeant) {
        {kChooseSecond, Click("cmdGoToGames"), Click("OKButton"), Focused("lstGame"), Click("lstNotActive", "Other")},
        "[Beta], Delta | Alpha, Gamma"},
       {"the focus goes from a button that its command has disabled to the list, and to no other button",
-       {GoTo("cmdActivateAll"), Press(Key::Space), Press(Key::Space), Focused("lstActive")},
+       {GoTo("cmdActivateAll"), Press("Space"), Press("Space"), Focused("lstActive")},
        "() | [Alpha], Beta, Gamma, Delta"},
       {"also after the last mod was deleted",
-       {kChooseSecond, Press(Key::Tab), Click("lstNotActive", "Other"), Click("cmdDeleteMod"), Answer("OK"),
-        Press(Key::Down), Focused("lstNotActive")},
+       {kChooseSecond, Press("Tab"), Click("lstNotActive", "Other"), Click("cmdDeleteMod"), Answer("OK"), Press("Down"),
+        Focused("lstNotActive")},
        "() | ()"},
       {"a key that is held down clicks once",
-       {Click("lstNotActive", "Beta"), GoTo("cmdDeleteMod"), Press(Key::Enter), Repeat(Key::Enter), Answer("Cancel")},
+       {Click("lstNotActive", "Beta"), GoTo("cmdDeleteMod"), Press("Return"), Repeat("Return"), Answer("Cancel")},
        "[Beta], Delta | Alpha, Gamma"},
       {"also where its window was closed meanwhile",
-       {GoTo("lstActive"), Press(Key::Insert), Press(Key::Escape), Repeat(Key::Insert)},
+       {GoTo("lstActive"), Press("Ins"), Press("Esc"), Repeat("Ins")},
        "Beta, Delta | Alpha, Gamma"},
       {"nor does one that was pressed before the question was asked",
-       {Click("lstNotActive", "Beta"), Together(Soon(Soon(Press(Key::Enter))), Click("cmdDeleteMod")),
-        Answer("Cancel")},
+       {Click("lstNotActive", "Beta"), Together(Soon(Soon(Press("Return"))), Click("cmdDeleteMod")), Answer("Cancel")},
        "[Beta], Delta | Alpha, Gamma"},
       {"nor does a screen reader behind a message",
        {Click("cmdNewMod"), Click("OKButton"), Perform("Press", "CancelButton"), Perform("Increase", "lstGame"),
@@ -60,45 +54,43 @@ TEST(Keys, NoClickDoesWhatWasNotMeant) {
 }
 
 TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
-  const auto press = [](const char* list, const char* entry, std::initializer_list<Key> keys) {
+  const auto press = [](const char* list, const char* entry, std::initializer_list<const char*> keys) {
     std::vector<Act> acts = {Click(list, entry)};
-    for (const Key key : keys) acts.push_back(Press(key));
+    for (const char* const key : keys) acts.push_back(Press(key));
     acts.push_back(Focused(list));
     return acts;
   };
   const std::string changed = With(With(TwoGames(), "Name=Other", "Name=Renamed"), "DoW1=Dawn of War", "DoW1=New");
   const Row rows[] = {
-      {"Enter activates, and the next arrow goes on from there", press("lstNotActive", "Beta", {Key::Enter, Key::Down}),
+      {"Enter activates, and the next arrow goes on from there", press("lstNotActive", "Beta", {"Return", "Down"}),
        "[Delta] | Alpha, Beta, Gamma"},
       {"in the middle of a list as well",
-       {Click("cmdActivateAll"), Click("lstActive", "Gamma"), Press(Key::Enter), Press(Key::Down)},
+       {Click("cmdActivateAll"), Click("lstActive", "Gamma"), Press("Return"), Press("Down")},
        "Gamma | Alpha, Beta, [Delta]"},
-      {"none does what its disabled button does not",
-       press("lstActive", "Gamma", {Key::Enter, Key::Up, Key::AltDown, Key::Delete}), "Beta, Gamma, Delta | [Alpha]"},
+      {"none does what its disabled button does not", press("lstActive", "Gamma", {"Return", "Up", "Alt+Down", "Del"}),
+       "Beta, Gamma, Delta | [Alpha]"},
       {"a key that moves moves again while it is held down",
-       {Click("cmdActivateAll"), Click("lstActive", "Alpha"), Press(Key::AltDown), Repeat(Key::AltDown)},
+       {Click("cmdActivateAll"), Click("lstActive", "Alpha"), Press("Alt+Down"), Repeat("Alt+Down")},
        "() | Beta, Gamma, [Alpha], Delta"},
-      {"the first arrow selects the first entry",
-       {GoTo("lstActive"), Press(Key::Down)},
-       "Beta, Delta | [Alpha], Gamma"},
-      {"and so does a key that clicks", {kChooseSecond, Press(Key::Insert), Press(Key::Escape)}, "Other | ()"},
+      {"the first arrow selects the first entry", {GoTo("lstActive"), Press("Down")}, "Beta, Delta | [Alpha], Gamma"},
+      {"and so does a key that clicks", {kChooseSecond, Press("Ins"), Press("Esc")}, "Other | ()"},
       {"a screen reader chooses another entry with the focus",
-       {GoTo("lstActive"), Perform("Decrease", "lstGame"), Perform("Increase", "lstGame"), Press(Key::Tab)},
+       {GoTo("lstActive"), Perform("Decrease", "lstGame"), Perform("Increase", "lstGame"), Press("Tab")},
        "Other | ()"},
       {"and opens the list of entries",
-       {kChooseSecond, Perform("Decrease", "lstGame"), Perform("ShowMenu", "lstGame"), Press(Key::Down),
-        Press(Key::Escape), Press(Key::Tab)},
+       {kChooseSecond, Perform("Decrease", "lstGame"), Perform("ShowMenu", "lstGame"), Press("Down"), Press("Esc"),
+        Press("Tab")},
        "Beta, Delta | Alpha, Gamma"},
       {"F5 reads games and mods again, and keeps the game",
-       {kChooseSecond, Write(changed), Press(Key::F5), Focused("lstGame"), Shows("lstGame", "New, [Second]")},
+       {kChooseSecond, Write(changed), Press("F5"), Focused("lstGame"), Shows("lstGame", "New, [Second]")},
        "Renamed | ()"},
       {"of which another one is chosen where it is gone",
-       {GoTo("cmdNewMod"), Write(changed), Press(Key::F5), Focused("cmdNewMod"), Shows("lstGame", "[New], Second")},
+       {GoTo("cmdNewMod"), Write(changed), Press("F5"), Focused("cmdNewMod"), Shows("lstGame", "[New], Second")},
        "() | ()"},
   };
   for (const Row& row : rows) Try(TwoGames(), row.rule, row.acts, row.lists);
   Check(FourMods(), "Enter with nothing selected does nothing, and makes no module file",
-        {GoTo("lstNotActive"), Press(Key::Enter)}, "Beta, Delta | Alpha, Gamma");
+        {GoTo("lstNotActive"), Press("Return")}, "Beta, Delta | Alpha, Gamma");
 }
 
 }  // namespace

@@ -1,9 +1,5 @@
 #include "mods/mod_list.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "module_file/module_text.h"
 #include "tests/support/game.h"
 

@@ -1,14 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <iterator>
-#include <string>
 
-#include "platform/paths.h"
-#include "support/user.h"
 #include "tests/support/game.h"
 
-namespace fs = std::filesystem;
 using namespace support;
 
 namespace {

@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <iterator>
-#include <string>
-#include <string_view>
-#include <system_error>
 #include <thread>
 
 #ifdef _WIN32
@@ -20,10 +16,8 @@
 
 #include "support/own_folder.h"
 
-namespace fs = std::filesystem;
+using namespace support;
 using platform::FileRefusal;
-using support::ReadFile;
-using support::WriteFile;
 
 namespace {
 
@@ -37,12 +31,12 @@ std::error_code Read(const fs::path& file) {
 class Files : public testing::Test {
  protected:
   void SetUp() override {
-    support::Reset();
+    Reset();
     fs::create_directory(folder_);
     WriteFile(file_, "old");
   }
 
-  const fs::path folder_ = support::Root() / u8"f\u00F6lder";
+  const fs::path folder_ = Root() / u8"f\u00F6lder";
   const fs::path file_ = folder_ / "File.txt";
 };
 
@@ -145,7 +139,7 @@ TEST_F(Files, WhatAnotherProgramHoldsIsWrittenInPlaceOrStaysAndTheReasonIsSaid) 
 TEST_F(Files, LinksAreFollowedButNotThatOfTheNewFile) {
   WriteFile(folder_ / "sub" / "victim", "victim");
   struct stat tool = {};
-  ASSERT_EQ(stat(support::ExecutableFolder().c_str(), &tool), 0);
+  ASSERT_EQ(stat(ExecutableFolder().c_str(), &tool), 0);
   fs::create_symlink("sub/victim", folder_ / (".gantrel-new-" + std::to_string(tool.st_ino)));
   fs::create_symlink("../File.txt", folder_ / "sub" / "second");
   fs::create_symlink(folder_ / "sub" / "second", folder_ / "first");
@@ -167,7 +161,7 @@ TEST_F(Files, AnOrdinaryUserKeepsAFilesGroupAndReplacesNoneThatOthersOwn) {
   constexpr gid_t kGroup = 65532;
   const fs::path another = folder_ / "another";
   WriteFile(another, "old");
-  fs::permissions(support::Root(), fs::perms(0755));
+  fs::permissions(Root(), fs::perms(0755));
   fs::permissions(file_, fs::perms(0664));
   ASSERT_EQ(chown(folder_.c_str(), kUser, kUser) + chown(file_.c_str(), 0, kGroup), 0);
   ASSERT_EQ(setgroups(1, &kGroup) + setresgid(kUser, kUser, 0) + setresuid(kUser, kUser, 0), 0);

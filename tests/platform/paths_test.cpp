@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "platform/code_page.h"
 #include "support/own_folder.h"
 
@@ -19,12 +14,11 @@
 #include "platform/linux/drives.h"
 #endif
 
-namespace fs = std::filesystem;
+using namespace support;
 using platform::AsSpelledOnDisk;
 using platform::ListSubfolders;
 using platform::ToHostPath;
 using platform::ToWindowsPath;
-using support::DriveC;
 using Names = std::vector<std::string>;
 
 namespace {
@@ -32,11 +26,11 @@ namespace {
 class Paths : public testing::Test {
  protected:
   void SetUp() override {
-    support::Reset();
+    Reset();
     fs::create_directories(games_);
     if (!fs::exists(devices_)) return;
     fs::create_directories(mounted_);
-    fs::create_directory_symlink(support::Root(), devices_ / "f:");
+    fs::create_directory_symlink(Root(), devices_ / "f:");
     fs::create_directory_symlink(mounted_, devices_ / "g:");
     fs::create_symlink("/nowhere", devices_ / "q:");
     fs::create_symlink("h:", devices_ / "h:");
@@ -45,7 +39,7 @@ class Paths : public testing::Test {
   const fs::path games_ = DriveC() / "Games";
   const fs::path prefix_ = DriveC().parent_path();   // these three where drive C: is
   const fs::path devices_ = prefix_ / "dosdevices";  // that of a compatibility prefix
-  const fs::path mounted_ = support::Root() / "mounted";
+  const fs::path mounted_ = Root() / "mounted";
 };
 
 TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
@@ -112,7 +106,7 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
 
 TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
   fs::create_directories(games_ / u8"B\u00DCRO \u0153" / "x");
-  support::WriteFile(games_ / "file", "");
+  WriteFile(games_ / "file", "");
   const fs::path given = DriveC() / "gAMES";
   const struct {
     fs::path given;
@@ -140,7 +134,7 @@ TEST_F(Paths, SubfoldersAreThoseTheGameCanFind) {
   for (const char8_t* const name : {u8"b", u8"\u00C4a", u8"A", u8"\u00E4b", u8".hidden", u8"\u017Bycie", u8"a2"}) {
     fs::create_directories(games_ / name);
   }
-  support::WriteFile(games_ / "file", "");
+  WriteFile(games_ / "file", "");
 #ifdef _WIN32
   fs::create_directories(games_ / "hidden");
   SetFileAttributesW((games_ / "hidden").c_str(), FILE_ATTRIBUTE_HIDDEN);
@@ -188,7 +182,7 @@ TEST_F(Paths, WithoutLinksThereAreCAndZAndWithoutAPrefixZ) {
   fs::remove_all(devices_);
   EXPECT_EQ(*ToHostPath("c:\\x"), prefix_ / "drive_c" / "x");
   EXPECT_EQ(*ToHostPath("z:\\x"), "/x");
-  fs::permissions(support::Root(), fs::perms::others_write, fs::perm_options::add);
+  fs::permissions(Root(), fs::perms::others_write, fs::perm_options::add);
   for (const fs::path& owned : {prefix_, prefix_ / "system.reg"}) {
     if (chown(owned.c_str(), 1, 1) != 0) continue;  // which is root's right
     EXPECT_FALSE(ToHostPath("c:\\x")) << "below a folder for all, the prefix of another user is not used";

@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <string>
-
 #include "installations/registry_lookup.h"
 #include "support/own_folder.h"
 
+using namespace support;
 using platform::kHkeyLocalMachine;
-using support::SetRegistry;
 
 namespace {
 
@@ -18,7 +15,7 @@ std::string Folder(std::int32_t root = kHkeyLocalMachine) {
 }
 
 TEST(Registry, IsReadInThe32BitViewOfTheLocalMachine) {
-  support::Reset();
+  Reset();
   SetRegistry({{"Dawn of War", "C:\\64", true}});
   EXPECT_EQ(Folder(), "");
   SetRegistry({{"Dawn of War", "C:\\32"}, {"Dawn of War", "C:\\64", true}});
@@ -27,7 +24,7 @@ TEST(Registry, IsReadInThe32BitViewOfTheLocalMachine) {
 }
 
 TEST(Registry, GivesTextAndNumbersAsTheyAre) {
-  support::Reset();
+  Reset();
   constexpr std::uint32_t kBytes = 3;
   const std::string nul(1, '\0');
   const struct {

@@ -1,21 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <filesystem>
-#include <optional>
-#include <string>
 #include <thread>
 
 #include "settings/Module1.h"
 #include "settings/whole_number.h"
 #include "support/own_folder.h"
 
-namespace fs = std::filesystem;
+using namespace support;
 using Module1::GetSetting;
 using Module1::PutSetting;
-using support::ReadFile;
-using support::SettingsFile;
-using support::WriteFile;
 
 namespace {
 
@@ -31,7 +24,7 @@ TEST(WholeNumber, IsDecimalDigitsWithinThirtyTwoBits) {
 
 class Settings : public testing::Test {
  protected:
-  void SetUp() override { support::Reset(); }
+  void SetUp() override { Reset(); }
 };
 
 TEST_F(Settings, EachCallReadsOrReplacesAFileOfAnySizeAndReadsGiveAtMost254Characters) {
@@ -58,8 +51,8 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
     EXPECT_TRUE(Module1::Settings().Unread());
   }
   fs::remove(SettingsFile());
-  fs::remove(support::ExecutableFolder() / "Make.ini");
-  fs::create_directory(support::ExecutableFolder() / "Make.ini");
+  fs::remove(ExecutableFolder() / "Make.ini");
+  fs::create_directory(ExecutableFolder() / "Make.ini");
   const Module1::Settings settings;
   EXPECT_FALSE(settings.Unread());
   EXPECT_EQ(settings.GetMakeNumber("Make", "NextDirNum", 5), 5);

@@ -2,12 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <functional>
-#include <optional>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "platform/paths.h"
 #include "settings/Module1.h"
@@ -68,8 +63,8 @@ inline std::string TwoGames() {
          Text({"[Second]", "ModCount=1", "[Second.1]", "Name=Other"});
 }
 
-inline std::filesystem::path GameFolder() { return DriveC() / "Games" / u8"D\u00F6W"; }
-inline std::filesystem::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
+inline fs::path GameFolder() { return DriveC() / "Games" / u8"D\u00F6W"; }
+inline fs::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
 
 // The whole module file, when these are the folders between header and footer.
 inline std::string Module(const Names& folders) {
@@ -90,12 +85,12 @@ inline const std::string kUnreadable = "\xFF\xFE";
 inline void ResetWithFourMods() {
   Reset();
   for (const char8_t* const folder : {u8"Data", u8"data2", u8"B\u00E4r", u8"b", u8".hidden", u8"Zoo"})
-    std::filesystem::create_directories(GameFolder() / "w40K" / folder);
+    fs::create_directories(GameFolder() / "w40K" / folder);
   WriteFile(SettingsFile(), FourMods());
 }
 
 // Of two games.
-inline const Act kChooseSecond = InTurn({GoTo("lstGame"), Press(Key::Down)});
+inline const Act kChooseSecond = InTurn({GoTo("lstGame"), Press("Down")});
 inline Act Sees(const std::optional<Message>& message) {
   return [=] { EXPECT_EQ(ShownMessage(), message); };
 }

@@ -3,25 +3,18 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdint>
 #include <iterator>
 
 #include "installations/registry_lookup.h"
 #include "platform/file_dialog.h"
-#include "platform/paths.h"
 #include "platform/registry.h"
-#include "support/user.h"
 #include "tests/support/game.h"
 
-namespace fs = std::filesystem;
-using support::WriteFile;
+using namespace support;
 
 namespace {
 
-using Paths = std::vector<std::string>;
-
-Paths Texts(const std::vector<fs::path>& paths) { return {paths.begin(), paths.end()}; }
+Names Texts(const std::vector<fs::path>& paths) { return {paths.begin(), paths.end()}; }
 
 std::string OnZ(const fs::path& path) {
   std::string text = "Z:" + platform::DisplayName(path);
@@ -33,7 +26,7 @@ std::string OnZ(const fs::path& path) {
 class Launchers : public testing::Test {
  protected:
   void SetUp() override {
-    support::Reset();
+    Reset();
     fs::remove(prefix_ / "system.reg");
     fs::create_directories(disk_);
   }
@@ -47,10 +40,10 @@ class Launchers : public testing::Test {
     WriteFile(folder / "system.reg", "WINE REGISTRY Version 2\n\n#arch=win32\n" + (installLocation.empty() ? "" : key));
   }
 
-  const fs::path prefix_ = support::DriveC().parent_path();
-  const fs::path home_ = support::Root() / "home";
+  const fs::path prefix_ = DriveC().parent_path();
+  const fs::path home_ = Root() / "home";
   const fs::path steam_ = home_ / ".local/share/Steam";
-  const fs::path disk_ = support::Root() / u8"Di\u00DFk {2}, [new]*";
+  const fs::path disk_ = Root() / u8"Di\u00DFk {2}, [new]*";
   const std::string disk = disk_.string();
 };
 
@@ -98,7 +91,7 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAn
       {".local/share/bottles/bottles/Dawn of War"},
       {flatpak + "com.usebottles.bottles/data/bottles/bottles/Dawn-of-War"},
   };
-  Paths prefixes;
+  Names prefixes;
   for (const auto& row : rows) {
     prefixes.push_back((home_ / row.prefix).string());
     MakePrefix(prefixes.back());
@@ -155,7 +148,6 @@ TEST_F(Launchers, TheFirstPrefixThatHasTheValueAnswersInPathsOnTheToolsDrives) {
 }
 
 TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
-  using namespace support;
   const std::string notUtf8 = disk + "/\xFC";
   const fs::path game = disk_ / u8"steamapps/common/D\u00F6W";
   WriteFile(steam_ / "steamapps/libraryfolders.vdf", "\"1\" \"" + notUtf8 + "\" \"2\" \"" + disk + "\"");
@@ -163,12 +155,12 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
   for (const fs::path& folder : {fs::path(notUtf8) / "steamapps/common/DoW", game, game / ".hidden"})
     WriteFile(folder / "W40K.EXE", "");
   for (const fs::path& prefix : {steam_ / "steamapps/compatdata/1/pfx", home_ / ".wine"}) MakePrefix(prefix);
-  const Paths starts = {notUtf8 + "/steamapps/common/DoW", game, home_ / ".wine/drive_c",
+  const Names starts = {notUtf8 + "/steamapps/common/DoW", game, home_ / ".wine/drive_c",
                         steam_ / "steamapps/compatdata/1/pfx/drive_c", home_};
   EXPECT_EQ(Texts(platform::StartFolders("w40k.exe")), starts);
   const auto inHome = [&] { return std::distance(fs::recursive_directory_iterator(home_), {}); };
   const auto before = inHome();
-  const Act enter = Press(Key::Enter);
+  const Act enter = Press("Return");
   const Act look = [&] {
     EXPECT_EQ(Entries("fileTypeCombo"), (Names{"W40k.exe", "All Files"}));
     const std::string steam = "~/.local/share/Steam/steamapps/";
@@ -181,8 +173,7 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
   const Act untilListed = [&] {
     if (Entries("treeView").empty()) DoNext({Wait(std::chrono::milliseconds(10)), untilListed});
   };
-  const Act openHidden =
-      InTurn({untilListed, GoTo("treeView"), Type(".h"), Press(Key::Delete), enter, GoTo("fileNameEdit")});
+  const Act openHidden = InTurn({untilListed, GoTo("treeView"), Type(".h"), Press("Del"), enter, GoTo("fileNameEdit")});
   EXPECT_FALSE(Use({open, openHidden, Type("W40K.EXE"), enter, [&] {
                       EXPECT_EQ(Entries("lstGames"), Names{"Dawn of War (" + OnZ(game / ".hidden" / "") + ")"});
                     }}));

@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <string>
-#include <string_view>
-
 using namespace std::string_literals;
 
 namespace {
