@@ -24,9 +24,6 @@ TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
        With(With(three, "Count=3", "Count=4"), "DoW3=C", "DoW3=C\r\nDoW4=X") +
            Text({"[X]", "Path=D:\\x\\", "AutoPath=0"})},
       {"or the first", "", add("X"), Text({"[Games]", "Count=1", "DoW1=X", "[X]", "Path=D:\\x\\", "AutoPath=0"})},
-      {"a damaged count covers no entry", With(three, "Count=3", "Count=-7"), add("B"),
-       With(With(With(three, "Count=3", "Count=4"), "DoW3=C", "DoW3=C\r\nDoW4=B"), "ModCount=7",
-            "ModCount=7\r\nPath=D:\\x\\\r\nAutoPath=0")},
       {"the later ones move up, and nothing else goes, where it has another number by now", three, remove(1, "B"),
        With(With(three, "[Games]\r\nCount=3", "[Games]\r\nCount=2"), "DoW2=B", "DoW2=C")},
       {"of two with one name the one that was asked about", With(three, "DoW1=A", "DoW1=B"), remove(2, "B"),

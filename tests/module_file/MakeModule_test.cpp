@@ -1,5 +1,3 @@
-#include <iterator>
-
 #include "tests/support/game.h"
 
 using namespace support;
@@ -24,14 +22,6 @@ TEST(ModuleWriter, MakeIniNamesTheFiles) {
   const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
   const Names folders = {"GammaData", "GammaSound", "AlphaData"};
   Check(FourMods(), "without it they have their usual names", {removeMakeIni, kWriteModule}, kLists, {}, folders);
-}
-
-TEST(ModuleWriter, TheModuleFileIsFoundInAnySpelling) {
-  const Act writeOld = [] { WriteFile(GameFolder() / "uLVANE.MODULE", "old"); };
-  Try(With(FourMods(), "C:\\Games\\D\xF6W\\", "c:/GAMES\\d\xD6w\\"), "", {writeOld, kWriteModule}, kLists);
-  EXPECT_NE(ReadFile(GameFolder() / "uLVANE.MODULE"), "old");
-  EXPECT_EQ(std::distance(fs::directory_iterator(GameFolder()), {}), 2)
-      << "the folder of the mods, and one module file";
 }
 
 TEST(ModuleWriter, AFailureIsSaid) {

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <iterator>
-#include <thread>
-
 #ifdef _WIN32
 #include "platform/windows/system.h"
 #include <sddl.h>
@@ -73,21 +70,6 @@ TEST_F(Files, WhatIsNotReadOrReplacedIsSaid) {
     EXPECT_TRUE(row.replacing || ReadFile(row.path) == "new") << row.path;
   }
   EXPECT_EQ(ReadFile(file_), "old");
-}
-
-// Nobody who reads meanwhile finds half of it.
-TEST_F(Files, AFileIsReplacedAsAWhole) {
-  WriteFile(file_, std::string(1000, 'o'));
-  std::thread writer([this] {
-    for (std::size_t i = 1; i <= 40; ++i) EXPECT_FALSE(Replace(file_, std::string(i * 1000, 'n')));
-  });
-  for (int i = 0; i < 40; ++i) {
-    std::string bytes;
-    EXPECT_FALSE(platform::ReadFile(file_, bytes));
-    EXPECT_TRUE(!bytes.empty() && bytes.size() % 1000 == 0);
-  }
-  writer.join();
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1);
 }
 
 #ifdef _WIN32

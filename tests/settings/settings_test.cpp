@@ -75,9 +75,11 @@ TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   }
 }
 
-TEST_F(Settings, NoChangeIsLostToAnotherAtTheSameTime) {
+TEST_F(Settings, NoChangeIsLostToAnotherAtTheSameTimeAndNoReadingFindsHalfOfIt) {
+  PutSetting("A", "x", "0");
   const auto addOne = [] {
     for (int i = 0; i < 50; ++i) {
+      EXPECT_NE(GetSetting("A", "x", "missing"), "missing");
       Module1::Change change;
       change.PutNumber("A", "x", change.GetNumber("A", "x", 0) + 1);
       EXPECT_FALSE(change.Save());
