@@ -338,19 +338,19 @@ std::vector<std::string> Entries(const std::string& list) {
   return texts;
 }
 
-std::string Selected(const std::string& list) {
-  if (const auto* const dropDown = qobject_cast<const QComboBox*>(&Control(list)))
-    return FromQt(dropDown->currentText());
-  const QListWidget& box = List(list);
-  const auto selected = box.selectedItems();
-  const bool isOne = box.selectionMode() == QListWidget::SingleSelection;
-  if (isOne && selected.isEmpty() && box.currentItem() != nullptr)
-    Fail("an entry that is not selected is told of", list);
-  return selected.isEmpty() ? "" : FromQt(selected.front()->text());
-}
-
-std::string EmptyText(const std::string& list) {
-  return FromQt(dynamic_cast<const platform::NativeListBox&>(Control(list)).emptyText);
+std::string Shown(const std::string& list) {
+  const auto* const dropDown = qobject_cast<const QComboBox*>(&Control(list));
+  const auto* const box = dynamic_cast<const platform::NativeListBox*>(&Control(list));
+  std::string shown;
+  int row = 0;
+  for (const std::string& entry : Entries(list)) {
+    const bool isCurrent = row == (dropDown != nullptr ? dropDown->currentIndex() : box->currentRow());
+    const bool isSelected = dropDown != nullptr ? isCurrent : box->item(row)->isSelected();
+    const bool isTold = isCurrent && (box == nullptr || box->selectionMode() == QListWidget::SingleSelection);
+    if (isTold && !isSelected) Fail("an entry that is not selected is told of", list);
+    shown += (row++ == 0 ? "" : ", ") + (isSelected ? "[" + entry + "]" : entry);
+  }
+  return row == 0 && box != nullptr ? "(" + FromQt(box->emptyText) + ")" : shown;
 }
 
 std::string Look(const std::string& control) {

@@ -65,9 +65,9 @@ int CountWindows(const std::string& window);  // those on the screen; of several
 bool Exists(const std::string& window);       // there, or in memory
 // As a screen reader speaks them.
 std::vector<std::string> Entries(const std::string& list);
-std::string Selected(const std::string& list);   // its text; empty when no entry is
-std::string EmptyText(const std::string& list);  // what it shows in the place of entries
-std::string Look(const std::string& control);    // "<spoken name>, <font> <its pixels> in <window's fixed size>"
+// The same in one line, with the selected one in brackets; in parentheses, what is there in the place of entries.
+std::string Shown(const std::string& list);
+std::string Look(const std::string& control);  // "<spoken name>, <font> <its pixels> in <window's fixed size>"
 // The pixels of a window or a control in one colour: 0xFFFFFF is white.
 int CountPixels(const std::string& name, unsigned colour);
 bool IsEnabled(const std::string& control);

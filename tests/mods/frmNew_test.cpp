@@ -16,7 +16,6 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
   const Act ok = Click("OKButton");
   const std::string noGame = Text({"[Games]", "Count=0"});
   const auto listed = [](const std::string& name) { return "Beta, Delta, " + name + " | Alpha, Gamma"; };
-  const std::string asBefore = "Beta, Delta | Alpha, Gamma";
   const Act seesFolders = Shows("lstDirs", "b, B\xE4r, Data, data2, Zoo");
   Check(FourMods(), "with its folders in the order of the list, and without a character that the code page lacks",
         {open, seesFolders, Type(" N\xE9w & <i>"), Paste(u"\u65E5\U0001F600\u20AC"), Click("lstDirs", "Zoo"),
@@ -32,9 +31,9 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
          enter},
         listed("beta"), AndFifth({" beta", "0", {"B\xE4r"}}));
   Check(FourMods(), "not after Cancel or Escape",
-        {open, Type("New"), Click("CancelButton"), open, Type("New"), Press("Esc")}, asBefore);
+        {open, Type("New"), Click("CancelButton"), open, Type("New"), Press("Esc")}, kFourShown);
   Check(FourMods(), "not for a game that went meanwhile",
-        {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close()}, asBefore, noGame);
+        {open, Type("New"), Write(noGame), enter, Sees(kNoGame), Answer("OK"), Close()}, kFourShown, noGame);
 
   const Act seesBoth = [] { EXPECT_EQ(CountWindows("frmNew"), 2); };
   Check(TwoGames(), "dialogs are independent, and write to the game then selected",

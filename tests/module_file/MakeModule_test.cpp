@@ -4,8 +4,6 @@ using namespace support;
 
 namespace {
 
-const std::string kLists = "Beta, Delta | Alpha, Gamma";
-
 Act WriteOwn(const std::string& file, const std::string& text) {
   return [=] { WriteFile(ExecutableFolder() / file, text); };
 }
@@ -16,18 +14,18 @@ const Act kWriteModule = Click("cmdActivate1");
 TEST(ModuleWriter, MakeIniNamesTheFiles) {
   const Act makeIni = WriteOwn("Make.ini", "[Make]\nOutfile=Other.module\nHeader=sub\\Top.txt\nFooter=SUB/end.TXT\n");
   Check(FourMods(), "", {makeIni, WriteOwn("sub/top.txt", "top"), WriteOwn("sub/end.txt", "end"), kWriteModule},
-        kLists);
+        kFourShown);
   EXPECT_EQ(ReadFile(GameFolder() / "Other.module"),
             Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
   const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
   const Names folders = {"GammaData", "GammaSound", "AlphaData"};
-  Check(FourMods(), "without it they have their usual names", {removeMakeIni, kWriteModule}, kLists, {}, folders);
+  Check(FourMods(), "without it they have their usual names", {removeMakeIni, kWriteModule}, kFourShown, {}, folders);
 }
 
 TEST(ModuleWriter, AFailureIsSaid) {
   const std::string noFolder = With(FourMods(), "Path=C:\\Games\\D\xF6W\\", "Path=");
   const Message noGame = {"Make Module", "Please set up a game first.", "exclamation", {"OK"}};
-  Check(FourMods(), "", {Write(noFolder), kWriteModule, Sees(noGame), Answer("OK")}, kLists, noFolder);
+  Check(FourMods(), "", {Write(noFolder), kWriteModule, Sees(noGame), Answer("OK")}, kFourShown, noFolder);
   const std::string game = "C:\\Games\\D\xF6W\\";
   // From the game's folder to the tool's.
   const std::string own = "..\\.." + platform::ToWindowsPath({ExecutableFolder().native()})->substr(2) + "\\";
@@ -40,7 +38,7 @@ TEST(ModuleWriter, AFailureIsSaid) {
     const Message message = {"Make Module", said + "\n\nThe module file was left as it was.", "critical", {"OK"}};
     Check(settings, said,
           {writeProgram, WriteOwn("Make.ini", "[Make]\n" + makeIni), kWriteModule, Sees(message), Answer("OK")},
-          kLists);
+          kFourShown);
   };
   tryFailure(FourMods(), "Header=TOP\n",
              platform::DisplayName(ExecutableFolder() / "TOP") + " could not be read: No such file or directory.");

@@ -69,10 +69,7 @@ TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
 }
 
 TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt) {
-  struct Row {
-    fs::path host;
-    std::optional<std::string> windows;
-  };
+  using Row = std::pair<fs::path, std::optional<std::string>>;
 #ifdef _WIN32
   const Row rows[] = {
       {u8"C:/Games/D\u00F6W/W40k.exe", "C:\\Games\\D\xF6W\\W40k.exe"},
@@ -101,17 +98,14 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
   EXPECT_EQ(platform::MapToWindows(std::nullopt, "/usr/x"), "Z:\\usr\\x");
   EXPECT_EQ(platform::DisplayName("/\u017B \U0001F600 \u20AC"), "/? ? \x80");
 #endif
-  for (const Row& row : rows) EXPECT_EQ(ToWindowsPath(row.host), row.windows) << row.host;
+  for (const auto& [host, windows] : rows) EXPECT_EQ(ToWindowsPath(host), windows) << host;
 }
 
 TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
   fs::create_directories(games_ / u8"B\u00DCRO \u0153" / "x");
   WriteFile(games_ / "file", "");
   const fs::path given = DriveC() / "gAMES";
-  const struct {
-    fs::path given;
-    fs::path spelled;
-  } rows[] = {
+  const std::pair<fs::path, fs::path> rows[] = {
       {given / u8"b\u00FCro \u0152/X/New.txt", games_ / u8"B\u00DCRO \u0153/x/New.txt"},
       {given / u8"b\u00FCro \u0152/", games_ / u8"B\u00DCRO \u0153/"},
       {given / u8"missing/b\u00FCro \u0152", games_ / u8"missing/b\u00FCro \u0152"},
@@ -124,7 +118,7 @@ TEST_F(Paths, SpellingOnTheDiskWinsOverLetterCase) {
       {"\\\\server.invalid\\Share\\x", "\\\\server.invalid\\Share\\x"},
 #endif
   };
-  for (const auto& row : rows) EXPECT_EQ(AsSpelledOnDisk(row.given), row.spelled);
+  for (const auto& [path, spelled] : rows) EXPECT_EQ(AsSpelledOnDisk(path), spelled);
   EXPECT_TRUE(platform::SameName("a\xE4\xFF\x9A\x9C\x9E", "A\xC4\x9F\x8A\x8C\x8E"));
   EXPECT_FALSE(platform::SameName("\xF7", "\xD7")) << "signs are no letters";
   EXPECT_TRUE(platform::ComesBefore("A", "a") && !platform::ComesBefore("a", "A")) << "there is one order";

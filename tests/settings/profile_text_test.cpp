@@ -5,11 +5,7 @@
 namespace {
 
 TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
-  using Value = std::optional<std::string_view>;
-  const struct {
-    const char* text;
-    Value found;  // of "Key" in "My Section"
-  } rows[] = {
+  const std::pair<const char*, std::optional<std::string_view>> rows[] = {
       {"[My Section]\nKey=1\nKey=2\n", "1"},
       {"[ my SECTION\t]\r\n\t kEY \t= 1 \t\r\n", "1"},
       {"\xEF\xBB\xBF[My Section]\rKey=1\r", "1"},
@@ -29,7 +25,7 @@ TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
       {"[My Section]\nKey=a;b [c]\n", "a;b [c]"},
       {"", {}},
   };
-  for (const auto& row : rows) EXPECT_EQ(ProfileText(row.text).Find("My Section", " Key\t"), row.found) << row.text;
+  for (const auto& [text, found] : rows) EXPECT_EQ(ProfileText(text).Find("My Section", " Key\t"), found) << text;
   EXPECT_EQ(ProfileText("[\xE4]\n\x9A=1\n").Find("\xC4", "\x8A"), "1");
 }
 

@@ -13,13 +13,11 @@ using Module1::PutSetting;
 namespace {
 
 TEST(WholeNumber, IsDecimalDigitsWithinThirtyTwoBits) {
-  const struct {
-    const char* text;
-    std::optional<std::int32_t> number;
-  } rows[] = {{"03", 3},   {" 12\t", 12}, {"-7", -7},  {"+7", 7},   {"2147483647", 2147483647},
-              {"", {}},    {"  ", {}},    {"-", {}},   {"+", {}},   {"-2147483648", -2147483647 - 1},
-              {"+-1", {}}, {"1x", {}},    {"1 2", {}}, {"- 1", {}}, {"2147483648", {}}};
-  for (const auto& row : rows) EXPECT_EQ(WholeNumber(row.text), row.number) << "'" << row.text << "'";
+  const std::pair<const char*, std::optional<std::int32_t>> rows[] = {
+      {"03", 3},   {" 12\t", 12}, {"-7", -7},  {"+7", 7},   {"2147483647", 2147483647},
+      {"", {}},    {"  ", {}},    {"-", {}},   {"+", {}},   {"-2147483648", -2147483647 - 1},
+      {"+-1", {}}, {"1x", {}},    {"1 2", {}}, {"- 1", {}}, {"2147483648", {}}};
+  for (const auto& [text, number] : rows) EXPECT_EQ(WholeNumber(text), number) << "'" << text << "'";
 }
 
 class Settings : public testing::Test {
@@ -60,10 +58,8 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
 }
 
 TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
-  const struct {
-    const char* count;
-    std::int64_t read;
-  } rows[] = {{"0", 0}, {"2", 2}, {" 5 ", 5}, {"-7", 3}, {"32767", 32767}, {"32768", 3}, {"four", 3}, {"", 3}};
+  const std::pair<const char*, std::int64_t> rows[] = {{"0", 0},         {"2", 2},     {" 5 ", 5},  {"-7", 3},
+                                                       {"32767", 32767}, {"32768", 3}, {"four", 3}, {"", 3}};
   for (const auto& [count, read] : rows) {
     const Module1::Settings settings(
         std::string("[Games]\nCount=") + count + "\nDoW1=G\nDoW2=\nDoW3=H\nDoW5=I\n[G]\nModCount=" + count +
