@@ -103,7 +103,7 @@ class TextBox {
  public:
   explicit TextBox(NativeTextBox& native) : native_(&native) {}
   std::string Text() const;
-  void SetText(std::string_view text) const;
+  void SetText(std::string_view text) const;  // and selects it, so that typing replaces it
   void TakeFocus() const;
 
  private:

@@ -87,9 +87,10 @@ std::vector<QWidget*> Windows(const std::string& name) {
 }
 
 QWidget& Control(const std::string& name) {
-  for (const QWidget* const window : QWidgetList{QApplication::activeWindow()} + QApplication::topLevelWidgets()) {
+  for (QWidget* const window : QWidgetList{QApplication::activeWindow()} + QApplication::topLevelWidgets()) {
     if (window == nullptr || !window->isVisible()) continue;
     if (auto* const control = window->findChild<QWidget*>(ToQt(name))) return *control;
+    if (FromQt(window->objectName()) == name) return *window;
   }
   Fail("no control", name);
 }
@@ -124,12 +125,21 @@ Place PlaceOf(const std::string& control, const std::string& entry) {
 }
 
 // Given to the window as the display would: what is in the way gets the click instead.
-void ClickAt(const Place& place, QTest::MouseAction action = QTest::MouseClick) {
+void ClickAt(const Place& place, QTest::MouseAction action = QTest::MouseClick,
+             Qt::MouseButton button = Qt::LeftButton) {
   QWidget* const window = place.widget.window();
   Activate(*window);
   const QPoint point = place.widget.mapTo(window, place.point);
-  QTest::mouseEvent(action, window->windowHandle(), Qt::LeftButton, Qt::NoModifier, point);
+  QTest::mouseEvent(action, window->windowHandle(), button, Qt::NoModifier, point);
 }
+
+QMenu& OpenMenu() {
+  auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  if (menu == nullptr) Fail("no menu", "open");
+  return *menu;
+}
+
+std::string CaptionOf(const QAction& action) { return FromQt(action.text().section('\t', 0, 0)); }
 
 std::string CaptionOf(const QAbstractButton& button) { return FromQt(button.text().remove('&')); }
 
@@ -166,6 +176,32 @@ Act Wait(std::chrono::milliseconds time) {
 
 Act Click(const std::string& control, const std::string& entry) {
   return [=] { ClickAt(PlaceOf(control, entry)); };
+}
+
+Act RightClick(const std::string& control, const std::string& entry) {
+  return [=] { ClickAt(PlaceOf(control, entry), QTest::MouseClick, Qt::RightButton); };
+}
+
+Act Choose(const std::string& caption) {
+  return [=] {
+    QMenu& menu = OpenMenu();
+    for (QAction* const action : menu.actions()) {
+      if (CaptionOf(*action) == caption) return ClickAt({menu, menu.actionGeometry(action).center()});
+    }
+    Fail("no command", caption);
+  };
+}
+
+Act Drag(const std::string& list, const std::string& entry, const std::string& below) {
+  return [=] {
+    Place place = PlaceOf(list, entry);
+    ClickAt(place, QTest::MousePress);
+    place.point = List(list).visualItemRect(&Item(list, below)).bottomLeft();
+    QMouseEvent move(QEvent::MouseMove, place.point, place.widget.mapToGlobal(place.point), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&place.widget, &move);
+    ClickAt(place, QTest::MouseRelease);
+  };
 }
 
 Act DoubleClick(const std::string& list, const std::string& entry) {
@@ -353,6 +389,21 @@ std::string Shown(const std::string& list) {
   return row == 0 && box != nullptr ? "(" + FromQt(box->emptyText) + ")" : shown;
 }
 
+std::string Menu() {
+  QStringList lines;
+  for (const QAction* const action : OpenMenu().actions())
+    if (!action->isSeparator()) lines << QString(action->isEnabled() ? "%1" : "(%1)").arg(action->text().simplified());
+  return FromQt(lines.join('\n'));
+}
+
+std::string Marked(const std::string& list) {
+  const auto& box = dynamic_cast<const platform::NativeListBox&>(Control(list));
+  QStringList marked;
+  for (int row = 0; row < box.count(); ++row)
+    if (box.IsMarked(row)) marked << box.item(row)->text();
+  return FromQt(marked.join(", "));
+}
+
 std::string Look(const std::string& control) {
   const QWidget& widget = Control(control);
   const QFontInfo font(widget.font());
@@ -387,6 +438,8 @@ std::string Focus() {
   const QWidget* const focused = QApplication::focusWidget();
   return focused == nullptr ? "" : FromQt(focused->objectName());
 }
+
+std::string Clipboard() { return FromQt(QApplication::clipboard()->text()); }
 
 std::string TextOfFocus() {
   const auto* const box = qobject_cast<const QLineEdit*>(QApplication::focusWidget());

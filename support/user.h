@@ -27,7 +27,10 @@ Act Soon(const Act& act);  // as an event that waits behind those that are there
 Act Together(const Act& first, const Act& second);  // without a rest between them
 
 // Controls are known by their names. Of two on the screen with the same name, that of the active window is meant.
-Act Click(const std::string& control, const std::string& entry = "");  // on the entry, where one is named
+Act Click(const std::string& control, const std::string& entry = "");       // on the entry, where one is named
+Act RightClick(const std::string& control, const std::string& entry = "");  // opens the menu, if there is one
+Act Choose(const std::string& caption);                                     // from the menu
+Act Drag(const std::string& list, const std::string& entry, const std::string& below);  // another entry
 Act DoubleClick(const std::string& list, const std::string& entry);
 Act Hover(const std::string& control, const std::string& entry = "");  // until the tooltip comes
 Act Select(const std::string& list, const std::string& entry);         // as a screen reader does, without the focus
@@ -67,6 +70,8 @@ bool Exists(const std::string& window);       // there, or in memory
 std::vector<std::string> Entries(const std::string& list);
 // The same in one line, with the selected one in brackets; in parentheses, what is there in the place of entries.
 std::string Shown(const std::string& list);
+std::string Menu();                            // its lines, with what is grey in parentheses
+std::string Marked(const std::string& list);   // the entries with a warning sign
 std::string Look(const std::string& control);  // "<spoken name>, <font> <its pixels> in <window's fixed size>"
 // The pixels of a window or a control in one colour: 0xFFFFFF is white.
 int CountPixels(const std::string& name, unsigned colour);
@@ -75,6 +80,7 @@ bool IsPointerBusy();
 std::string ToolTip();
 // The name of the control with the focus. The display makes a new window active in its own time: waits for that.
 std::string Focus();
+std::string Clipboard();
 std::string TextOfFocus();  // what stands in the text box with the focus
 
 }  // namespace support

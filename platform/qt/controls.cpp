@@ -154,7 +154,10 @@ void DropDownList::OnToolTip(std::function<std::string()> handler) const { nativ
 
 std::string TextBox::Text() const { return FromQt(native_->text()); }
 
-void TextBox::SetText(std::string_view text) const { native_->setText(ToQt(text)); }
+void TextBox::SetText(std::string_view text) const {
+  native_->setText(ToQt(text));
+  native_->selectAll();
+}
 
 void TextBox::TakeFocus() const { native_->setFocus(); }
 

@@ -1,0 +1,90 @@
+#include "tests/support/game.h"
+
+using namespace support;
+
+// The commands that have no button, and the menus that have them all.
+namespace {
+
+// Gamma above Alpha, from either end.
+const std::string kGammaFirst =
+    Settings(4, {kGamma, kBeta, {"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kDelta}) + Section("-1", kGamma);
+const std::string kAlphaLast =
+    Settings(4, {kGamma, kBeta, {"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kDelta}) + Section("-1", kAlpha);
+const Names kGammaFirstMade = {"AlphaData", "GammaData", "GammaSound"};
+
+Act SeesMenu(const std::string& menu) {
+  return [=] { EXPECT_EQ(Menu(), menu); };
+}
+
+TEST(Menus, HaveTheCommandsOfTheirList) {
+  const std::string everywhere = "New Mod Insert\n(Undo Ctrl+Z)\n(Redo Ctrl+Y)\nRefresh F5";
+  const std::string ofActive =
+      "Deactivate Selected Enter\nDeactivate All\nMove Selected Up Alt+Up\nMove Selected Down Alt+Down\n"
+      "Move to Top Alt+Home\nMove to Bottom Alt+End\nEdit... F2\nDetails Alt+Enter\nWhich Mod Wins... F4\n";
+  const std::string ofAvailable =
+      "(Activate Selected Enter)\nActivate All\n(Edit... F2)\n(Details Alt+Enter)\n(Delete Mod Delete)\n";
+  const std::string ofGame = "Details Alt+Enter\nOpen Game Folder\nCopy Launch Option\nDoW Installation Setup\n";
+  const Act escape = Press("Esc");
+  const Act copied = [] { EXPECT_EQ(Clipboard(), "-modname Ulvane"); };
+  Check(FourMods(), "a click selects the entry first",
+        {RightClick("lstActive", "Gamma"), SeesMenu(ofActive + everywhere), escape}, "Beta, Delta | Alpha, [Gamma]");
+  Check(FourMods(), "by the keyboard, and grey without a selected mod",
+        {GoTo("lstNotActive"), Press("Shift+F10"), SeesMenu(ofAvailable + everywhere), escape}, kFourShown);
+  Check(FourMods(), "and of the game", {RightClick("lstGame"), SeesMenu(ofGame + everywhere), escape}, kFourShown);
+  Check(FourMods(), "how the game is started", {RightClick("lstGame"), Choose("Copy Launch Option"), copied},
+        kFourShown);
+  Check(FourMods(), "a command acts as its key", {RightClick("lstActive", "Gamma"), Choose("Move Selected Up")},
+        "Beta, Delta | [Gamma], Alpha", kGammaFirst, kGammaFirstMade);
+  Check(FourMods(), "or is offered to screen readers", {Click("lstActive", "Gamma"), Perform("Move to Top", "frmMain")},
+        "Beta, Delta | [Gamma], Alpha", kGammaFirst, kGammaFirstMade);
+  Check(FourMods(), "in the setup as well",
+        {Click("cmdGoToGames"), RightClick("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)"), Choose("Delete"),
+         Answer("No"), Press("Del"), Answer("No"), Press("Esc")},
+        kFourShown);
+}
+
+TEST(Menus, MoveAModFar) {
+  const Names top = {"BetaData", "GammaData", "GammaSound", "AlphaData"};
+  Check(FourMods(), "to the end, by its key", {Click("lstActive", "Alpha"), Press("Alt+End")},
+        "Beta, Delta | Gamma, [Alpha]", kAlphaLast, kGammaFirstMade);
+  Check(FourMods(), "by the mouse", {Drag("lstActive", "Alpha", "Gamma")}, "Beta, Delta | Gamma, [Alpha]", kAlphaLast,
+        kGammaFirstMade);
+  Check(FourMods(), "not onto itself", {Drag("lstActive", "Gamma", "Gamma")}, "Beta, Delta | Alpha, [Gamma]");
+  Check(FourMods(), "nor in the list that has no order", {Drag("lstNotActive", "Beta", "Delta")},
+        "Beta, [Delta] | Alpha, Gamma");
+}
+
+TEST(Menus, EditAMod) {
+  const Message gone = {"Edit Mod", "There is no mod 'Gamma' any more.\n\nNothing was changed.", "exclamation", {"OK"}};
+  const Message taken = {"Edit Mod", "Please enter a unique name.", "information", {"OK"}};
+  const std::string renamed = With(FourMods(), "Name=Gamma", "Name=Renamed");
+  const Act open = InTurn({Click("lstActive", "Gamma"), Press("F2")});
+  const Act seesFolders = [] {
+    EXPECT_EQ(Shown("lstDirs"), "[GammaData], [GammaSound], b, B\xE4r, Data, data2, Zoo");
+    EXPECT_EQ(Marked("lstDirs"), "GammaData, GammaSound");
+    EXPECT_EQ(Marked("lstActive"), "Alpha, Gamma");
+  };
+  Check(FourMods(), "its name and its folders, and the module file follows",
+        {open, seesFolders, Type("New"), Click("lstDirs", "GammaData"), Click("lstDirs", "b"), Press("Return")},
+        "Beta, Delta | Alpha, New", Settings(4, {kAlpha, kBeta, {"New", "1", {"GammaSound", "b"}}, kDelta}),
+        Names{"GammaSound", "b", "AlphaData"});
+  Check(FourMods(), "not to the name of another",
+        {RightClick("lstNotActive", "Beta"), Choose("Edit..."), Type("Alpha"), Press("Return"), Sees(taken),
+         Press("Esc"), Press("Esc")},
+        "[Beta], Delta | Alpha, Gamma");
+  Check(FourMods(), "not one that went meanwhile",
+        {open, Write(renamed), Click("OKButton"), Sees(gone), Press("Esc"), Press("Esc")},
+        "Beta, Delta | Alpha, [Gamma]", renamed);
+  Check(FourMods(), "nor opens with it",
+        {Click("lstActive", "Gamma"), Write(renamed), Press("F2"), Sees(gone), Press("Esc")},
+        "Beta, Delta | Alpha, Renamed", renamed);
+}
+
+TEST(Menus, DetailsAreTheTooltip) {
+  const std::string longName(60, 'W');
+  const Act seesDetails = [=] { EXPECT_EQ(ToolTip(), longName + "\nNo data folders"); };
+  Check(Settings(1, {{longName, "1"}}), "with the whole of a name that is cut",
+        {GoTo("lstActive"), Press("Down"), Press("Alt+Return"), seesDetails}, "() | [" + longName + "]");
+}
+
+}  // namespace
