@@ -51,3 +51,15 @@ std::string LaunchOption(const Module1::Settings& settings) {
   const std::string file = OutFile(settings);
   return "-modname " + file.substr(0, file.rfind('.'));
 }
+
+std::vector<std::string> GamesWithOtherModules(const Module1::Settings& before, const Module1::Settings& after) {
+  std::vector<std::string> games;
+  const std::int64_t count = after.GameCount();
+  for (std::int64_t n = 1; n <= count; ++n) {
+    const std::string game = after.GameName(n);
+    const std::string oldPath = ModulePath(before, game);
+    const bool isMoved = !oldPath.empty() && oldPath != ModulePath(after, game);
+    if (isMoved || ModuleText(before, game, "", "") != ModuleText(after, game, "", "")) games.push_back(game);
+  }
+  return games;
+}

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "settings/Module1.h"
 
@@ -18,3 +19,7 @@ std::string ModulePath(const Module1::Settings& settings, std::string_view game)
 
 // What the game is to be started with to use its module file: "-modname Ulvane".
 std::string LaunchOption(const Module1::Settings& settings);
+
+// The registered games whose module file is another after a change of the settings than before it: it has other
+// folders, or another place. One that was not registered before has no other place, as its file may be there.
+std::vector<std::string> GamesWithOtherModules(const Module1::Settings& before, const Module1::Settings& after);

@@ -53,7 +53,22 @@ std::error_code ReadFile(const std::filesystem::path& path, std::string& bytes, 
 // Follows links, keeps the file's permissions and group, and refuses to replace a file that may not be written. Where
 // the folder takes no new file but the file itself can be written, it is written in place, and the old bytes are put
 // back when that fails.
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
+//
+// Where `old.keptAs` is given, the old file is still there under that name afterwards, as a whole; an empty one where
+// there was none. Its folder is made. That fails in silence, unless the old file must be kept: then nothing is replaced
+// without. After a failure nothing is kept; a program that is killed may leave both.
+struct OldFile {
+  std::filesystem::path keptAs = {};
+  bool mustBeKept = false;
+};
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes, const OldFile& old = {});
+
+// On one disk; over another file of that name.
+std::error_code RenameFile(const std::filesystem::path& from, const std::filesystem::path& to);
+void RemoveFile(const std::filesystem::path& path);
+
+// Whether the user may make files in the folder, as far as the system tells without making one.
+bool TakesFiles(const std::filesystem::path& folder);
 
 // Which folders below a folder, a Windows path, are missing; it is looked into once, whatever number is asked for. What
 // the system does not tell is not taken for missing.

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/files.h"
-
 namespace EZINILib {
 namespace {
 
@@ -42,10 +40,10 @@ void WholeINI::Write(std::string_view section, std::string_view key, std::string
   isChanged_ = true;
 }
 
-std::error_code WholeINI::Save(const std::filesystem::path& file) {
+std::error_code WholeINI::Save(const std::filesystem::path& file, const platform::OldFile& old) {
   if (unread_) return unread_;
   if (!std::exchange(isChanged_, false)) return {};
-  return platform::ReplaceFile(file, text_.Text());
+  return platform::ReplaceFile(file, text_.Text(), old);
 }
 
 }  // namespace EZINILib

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "settings/profile_text.h"
 
@@ -42,8 +43,10 @@ class WholeINI {
   // Why the file, which is there, could not be read. Nothing is replaced then.
   std::error_code Unread() const { return unread_; }
 
+  // Whether something was written since it was read or saved.
+  bool IsChanged() const { return isChanged_; }
   // Replaces the file, which is the one that was read, where something was written.
-  std::error_code Save(const std::filesystem::path& file);
+  std::error_code Save(const std::filesystem::path& file, const platform::OldFile& old = {});
 
  private:
   ProfileText text_{""};

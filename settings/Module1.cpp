@@ -52,6 +52,9 @@ std::string GetMakeSetting(std::string_view section, std::string_view key, std::
 
 std::int64_t FindMod(std::string_view game, std::string_view name) { return Settings().FindMod(game, name); }
 
+bool CanUndo() { return history::Can(history::Way::Undo); }
+bool CanRedo() { return history::Can(history::Way::Redo); }
+
 // There are file systems where a file that is replaced is missing for a moment. Nobody replaces it under the lock.
 Settings::Settings() : Settings(std::error_code()) {
   if (!settings_.IsMissing()) return;
@@ -143,10 +146,33 @@ void Change::PutNumber(std::string_view section, std::string_view key, std::int6
 }
 
 std::optional<FileFailure> Change::Save() {
+  Step step;
+  return Save(step);
+}
+
+std::optional<FileFailure> Change::Save(Step& step) {
   if (unread_) return unread_;
-  auto failure = FailureOf(SettingsFile, "written", settings_.Save(SettingsFile()));
-  if (failure) settings_ = EZINILib::WholeINI(SettingsFile());
+  const bool isNew = settings_.IsChanged() && !step.isKept;
+  const std::filesystem::path keptAs = isNew ? history::NewStep() : std::filesystem::path();
+  auto failure = FailureOf(SettingsFile, "written", settings_.Save(SettingsFile(), {keptAs}));
+  if (failure) {
+    settings_ = EZINILib::WholeINI(SettingsFile());
+  } else if (isNew) {
+    history::EndStep(keptAs);
+    step.isKept = true;
+  }
   return failure;
+}
+
+std::optional<FileFailure> Change::Undo() { return Go(history::Way::Undo); }
+std::optional<FileFailure> Change::Redo() { return Go(history::Way::Redo); }
+
+std::optional<FileFailure> Change::Go(history::Way way) {
+  if (unread_) return unread_;
+  auto failure = history::Go(way, SettingsFile(), settings_.Text());
+  settings_ = EZINILib::WholeINI(SettingsFile());
+  unread_ = FailureOf(SettingsFile, "read", settings_.Unread());
+  return failure ? failure : unread_;
 }
 
 }  // namespace Module1

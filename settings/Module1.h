@@ -8,6 +8,7 @@
 #include "platform/files.h"
 #include "settings/EZINILib.h"
 #include "settings/file_failure.h"
+#include "settings/history.h"
 
 // The accessors of the two profile files beside the executable: the settings file Ulvane.ini (settings/schema.h says
 // what it holds), and Make.ini, which is only read.
@@ -68,6 +69,15 @@ class Settings {
   mutable bool isMakeRead_ = false;
 };
 
+// What undo takes back at once: usually one saved change, with "all" several, which share their step.
+struct Step {
+  bool isKept = false;  // what was there before it
+};
+
+// Whether there is a step to take back, or to do again. Cheap: looks into a folder, and opens no file.
+bool CanUndo();
+bool CanRedo();
+
 // A transaction on the settings: it locks the tool's folder, reads, and collects what is written until Save replaces
 // the file once. The lock lasts as long as the change, so that another Gantrel neither loses this change nor has its
 // own lost. For every command that writes. It must not live while the user is asked or told something, and no second
@@ -82,11 +92,20 @@ class Change : public Settings {
   std::string Text() const { return settings_.Text(); }
 
   // Replaces the settings file where something was written, and says what kept it from that, or from being read; then
-  // the file is as it was, and the change holds that again. Without it, what was written is dropped.
+  // the file is as it was, and the change holds that again. Without it, what was written is dropped. The first save of
+  // a step keeps the file that it replaces (settings/history.h).
+  [[nodiscard]] std::optional<FileFailure> Save(Step& step);
   [[nodiscard]] std::optional<FileFailure> Save();
+
+  // Puts the whole settings file back that was there before the last step, or before that was taken back; changes
+  // nothing when there is none. What another program has changed since is kept as well. Says what kept it from that,
+  // and the change then holds the file that is there. Of a change in which nothing was written.
+  [[nodiscard]] std::optional<FileFailure> Undo();
+  [[nodiscard]] std::optional<FileFailure> Redo();
 
  private:
   explicit Change(platform::ToolLock lock);
+  std::optional<FileFailure> Go(history::Way way);
 
   platform::ToolLock lock_;
 };

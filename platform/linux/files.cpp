@@ -143,9 +143,32 @@ std::error_code KeepOwnerAndPermissions(const File& file, const struct stat& old
   return isAlike ? std::error_code() : failure;
 }
 
+std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, const struct stat* old,
+                                  const OldFile& oldFile);
+
+// A second name where the disk has such a thing and the file is about to lose its first, a copy otherwise.
+enum class Way : std::uint8_t { Link, Copy };
+std::error_code Keep(const OldFile& oldFile, const fs::path& path, const struct stat* old, Way way) {
+  if (oldFile.keptAs.empty()) return {};
+  std::error_code failure;
+  if (mkdir(oldFile.keptAs.parent_path().c_str(), 0777) != 0 && errno != EEXIST) failure = LastError();
+  const bool isLinked =
+      !failure && old != nullptr && way == Way::Link && link(path.c_str(), oldFile.keptAs.c_str()) == 0;
+  if (isLinked) return {};
+  std::string bytes;
+  if (!failure && old != nullptr) failure = ReadFile(path, bytes);
+  if (!failure) failure = ReplaceByRenaming(oldFile.keptAs, bytes, old, {});
+  return oldFile.mustBeKept ? failure : std::error_code();
+}
+
+void Unkeep(const OldFile& oldFile) {
+  if (!oldFile.keptAs.empty()) unlink(oldFile.keptAs.c_str());
+}
+
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
 // The new file is made, never opened: a link or another file that somebody has put under its name is not written to.
-std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, const struct stat* old) {
+std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, const struct stat* old,
+                                  const OldFile& oldFile) {
   const fs::path newPath = NewFileBeside(path);
   unlink(newPath.c_str());
   File file(newPath, O_WRONLY | O_CREAT | O_EXCL, 0666);
@@ -154,7 +177,11 @@ std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, 
   if (!failure) failure = file.Write(bytes);
   if (!failure) failure = file.Flush();
   if (const auto late = file.Close(); !failure) failure = late;
-  if (!failure && rename(newPath.c_str(), path.c_str()) != 0) failure = LastError();
+  if (!failure) failure = Keep(oldFile, path, old, Way::Link);
+  if (!failure && rename(newPath.c_str(), path.c_str()) != 0) {
+    failure = LastError();
+    Unkeep(oldFile);
+  }
   if (failure) unlink(newPath.c_str());
   return failure;
 }
@@ -167,14 +194,17 @@ std::error_code Overwrite(const File& file, std::string_view bytes) {
 }
 
 // Where the folder takes no new file. The old bytes are read first, and put back when the new ones do not fit.
-std::error_code ReplaceInPlace(const fs::path& path, std::string_view bytes) {
+std::error_code ReplaceInPlace(const fs::path& path, std::string_view bytes, const struct stat& status,
+                               const OldFile& oldFile) {
   std::string old;
   if (const auto failure = ReadFile(path, old)) return failure;
   const File file(path, O_WRONLY);
   if (!file.IsOpen()) return file.OpenFailure();
+  if (const auto failure = Keep(oldFile, path, &status, Way::Copy)) return failure;
   const auto failure = Overwrite(file, bytes);
-  if (failure) [[maybe_unused]]
-    const auto restored = Overwrite(file, old);
+  if (!failure) return {};
+  [[maybe_unused]] const auto restored = Overwrite(file, old);
+  Unkeep(oldFile);
   return failure;
 }
 
@@ -233,7 +263,7 @@ std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t m
   return FileRefusal::TooLarge;
 }
 
-std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
+std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const OldFile& oldFile) {
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   fs::path target = path;
   if (const auto failure = Find(target)) return failure;
@@ -243,8 +273,16 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
   if (isThere) {
     if (const auto refusal = CheckMayBeReplaced(target, old)) return refusal;
   }
-  const std::error_code failure = ReplaceByRenaming(target, bytes, isThere ? &old : nullptr);
-  return isThere && OnlyTheFolderRefused(failure) ? ReplaceInPlace(target, bytes) : failure;
+  const std::error_code failure = ReplaceByRenaming(target, bytes, isThere ? &old : nullptr, oldFile);
+  return isThere && OnlyTheFolderRefused(failure) ? ReplaceInPlace(target, bytes, old, oldFile) : failure;
 }
+
+std::error_code RenameFile(const fs::path& from, const fs::path& to) {
+  return rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : LastError();
+}
+
+void RemoveFile(const fs::path& path) { unlink(path.c_str()); }
+
+bool TakesFiles(const fs::path& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
 
 }  // namespace platform

@@ -186,19 +186,53 @@ void Remove(const File& file) {
   SetFileInformationByHandle(file.Handle(), FileDispositionInfo, &removal, sizeof removal);
 }
 
+// What is kept of a file: its attributes, and who may do what with it.
+struct Traits {
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;  // of no file
+  std::vector<std::byte> accessRights = {};
+};
+
+DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, const Traits& old, const OldFile& oldFile);
+
+// A second name where the disk has such a thing and the file is about to lose its first, a copy otherwise.
+enum class Way : std::uint8_t { Link, Copy };
+DWORD Keep(const OldFile& oldFile, const std::wstring& path, const Traits& old, Way way) {
+  if (oldFile.keptAs.empty()) return ERROR_SUCCESS;
+  const std::wstring keptAs = ToSystem(oldFile.keptAs);
+  const bool isThere = old.attributes != INVALID_FILE_ATTRIBUTES;
+  DWORD failure = ResultOf(CreateDirectoryW(ToSystem(oldFile.keptAs.parent_path()).c_str(), nullptr));
+  if (failure == ERROR_ALREADY_EXISTS) failure = ERROR_SUCCESS;
+  const bool isLinked = failure == ERROR_SUCCESS && isThere && way == Way::Link &&
+                        CreateHardLinkW(keptAs.c_str(), path.c_str(), nullptr) != 0;
+  if (isLinked) return ERROR_SUCCESS;
+  std::string bytes;
+  if (failure == ERROR_SUCCESS && isThere && ReadFile(path, bytes)) failure = ERROR_READ_FAULT;
+  if (failure == ERROR_SUCCESS) failure = ReplaceByRenaming(keptAs, bytes, old, {});
+  return oldFile.mustBeKept ? failure : ERROR_SUCCESS;
+}
+
+void Unkeep(const OldFile& oldFile) {
+  if (!oldFile.keptAs.empty()) DeleteFileW(ToSystem(oldFile.keptAs).c_str());
+}
+
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
-DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, DWORD attributes,
-                        std::vector<std::byte> accessRights) {
+DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, const Traits& old, const OldFile& oldFile) {
   const std::wstring newPath = NewFileBeside(path);
   DeleteFileW(newPath.c_str());  // what a killed program has left
+  const DWORD attributes = old.attributes != INVALID_FILE_ATTRIBUTES ? old.attributes : FILE_ATTRIBUTE_NORMAL;
   const File file(newPath, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
   if (!file.IsOpen()) return file.OpenFailure();
   DWORD failure = file.Write(bytes);
-  if (failure == ERROR_SUCCESS && !accessRights.empty()) {
-    failure = ResultOf(SetFileSecurityW(newPath.c_str(), DACL_SECURITY_INFORMATION, accessRights.data()));
+  if (failure == ERROR_SUCCESS && !old.accessRights.empty()) {
+    std::vector<std::byte> rights = old.accessRights;
+    failure = ResultOf(SetFileSecurityW(newPath.c_str(), DACL_SECURITY_INFORMATION, rights.data()));
   }
   if (failure == ERROR_SUCCESS) failure = file.Flush();
-  if (failure == ERROR_SUCCESS) failure = TakeTheName(file, path);
+  if (failure == ERROR_SUCCESS) failure = Keep(oldFile, path, old, Way::Link);
+  if (failure == ERROR_SUCCESS) {
+    failure = TakeTheName(file, path);
+    if (failure != ERROR_SUCCESS) Unkeep(oldFile);
+  }
   if (failure != ERROR_SUCCESS) Remove(file);
   return failure;
 }
@@ -212,14 +246,17 @@ DWORD Overwrite(const File& file, std::string_view bytes) {
 
 // Where the file cannot be exchanged for another. The old bytes are read first, and put back when the new ones do not
 // fit.
-std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes) {
+std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes, const Traits& traits,
+                               const OldFile& oldFile) {
   std::string old;
   if (const auto failure = ReadFile(path, old)) return failure;
   const File file(path, GENERIC_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
   if (!file.IsOpen()) return ToError(file.OpenFailure());
+  if (const DWORD failure = Keep(oldFile, path, traits, Way::Copy)) return ToError(failure);
   const DWORD failure = Overwrite(file, bytes);
-  if (failure != ERROR_SUCCESS) [[maybe_unused]]
-    const DWORD restored = Overwrite(file, old);
+  if (failure == ERROR_SUCCESS) return {};
+  [[maybe_unused]] const DWORD restored = Overwrite(file, old);
+  Unkeep(oldFile);
   return ToError(failure);
 }
 
@@ -265,14 +302,14 @@ std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t m
 }
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.
-std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
+std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const OldFile& oldFile) {
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   std::wstring target = ToSystem(AsSpelledOnDisk(path));
   if (IsDevice(target)) return FileRefusal::NotOrdinary;
   const DWORD attributes = GetFileAttributesW(target.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     const DWORD code = GetLastError();
-    return ToError(code == ERROR_FILE_NOT_FOUND ? ReplaceByRenaming(target, bytes, FILE_ATTRIBUTE_NORMAL, {}) : code);
+    return ToError(code == ERROR_FILE_NOT_FOUND ? ReplaceByRenaming(target, bytes, {}, oldFile) : code);
   }
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::make_error_code(std::errc::is_a_directory);
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
@@ -288,8 +325,19 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
   }
   constexpr DWORD kKept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
                           FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
-  const DWORD failure = ReplaceByRenaming(target, bytes, information.dwFileAttributes & kKept, AccessRights(target));
-  return OnlyTheExchangeWasRefused(failure) ? ReplaceInPlace(target, bytes) : ToError(failure);
+  const Traits traits = {information.dwFileAttributes & kKept, AccessRights(target)};
+  const DWORD failure = ReplaceByRenaming(target, bytes, traits, oldFile);
+  return OnlyTheExchangeWasRefused(failure) ? ReplaceInPlace(target, bytes, traits, oldFile) : ToError(failure);
+}
+
+std::error_code RenameFile(const fs::path& from, const fs::path& to) {
+  return ToError(ResultOf(MoveFileExW(ToSystem(from).c_str(), ToSystem(to).c_str(), MOVEFILE_REPLACE_EXISTING)));
+}
+
+void RemoveFile(const fs::path& path) { DeleteFileW(ToSystem(path).c_str()); }
+
+bool TakesFiles(const fs::path& folder) {
+  return File(ToSystem(folder), FILE_ADD_FILE, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS).IsOpen();
 }
 
 }  // namespace platform

@@ -30,6 +30,18 @@ bool IsTrueReason(const std::error_code& failure, const Fault& fault) {
 
 std::error_code Replace(const fs::path& path) { return platform::ReplaceFile(path, kNew); }
 
+// And the old file under another name: whole, or not at all.
+fs::path Kept() { return BesideExecutable("History/Kept.txt"); }
+Content ContentOf(const fs::path& file) { return fs::exists(file) ? Content(support::ReadFile(file)) : std::nullopt; }
+std::error_code ReplaceAndTryToKeep(const fs::path& path) { return platform::ReplaceFile(path, kNew, {Kept()}); }
+std::error_code ReplaceAndKeep(const fs::path& path) {
+  const Content before = ContentOf(path);
+  const auto failure = platform::ReplaceFile(path, kNew, {Kept(), true});
+  calls.areWatched = false;
+  EXPECT_TRUE(failure || ContentOf(Kept()) == before.value_or(""));
+  return failure;
+}
+
 std::error_code Read(const fs::path& path) {
   std::string bytes;
   const auto failure = platform::ReadFile(path, bytes);
@@ -68,6 +80,7 @@ class Faults : public testing::TestWithParam<Row> {
 
   std::error_code Act(const Fault& fault, bool areHalf) {
     fs::remove(file_);
+    fs::remove_all(Kept().parent_path());
     if (GetParam().before) {
       support::WriteFile(file_, *GetParam().before);
       fs::permissions(file_, fs::perms(0640));
@@ -86,6 +99,9 @@ class Faults : public testing::TestWithParam<Row> {
     const std::error_code failure = Act(fault, areHalf);
     SCOPED_TRACE(failure.message() + " at call " + std::to_string(fault.at) + (areHalf ? ", the first halfway" : ""));
     EXPECT_TRUE(Holds(failure ? GetParam().before : after_));
+    const Content kept = ContentOf(Kept());
+    EXPECT_TRUE(!kept || *kept == GetParam().before.value_or(""));
+    EXPECT_TRUE(!kept || !failure || fault.isForGood) << "there is no step where nothing was done";
     EXPECT_FALSE(passes && failure);
     EXPECT_TRUE(!failure || IsTrueReason(failure, fault));
     EXPECT_LE(CountLeftOvers(), fault.isForGood ? 1 : 0);
@@ -106,7 +122,7 @@ class Faults : public testing::TestWithParam<Row> {
     });
   }
 
-  const Content after_ = GetParam().act == Replace ? kNew : GetParam().before;
+  const Content after_ = GetParam().act != Read && GetParam().act != List ? kNew : GetParam().before;
   const fs::path file_ = ExecutableFolder() / "File.txt";
   fs::perms permissions_ = fs::perms::none;
   int tries_ = 0;
@@ -139,6 +155,10 @@ const Row kRows[] = {
     {"ReplacingByALink", Replace, ByALink},
     {"ReplacingInPlace", Replace, InItsSpelling, kOld, false},
     {"Making", Replace, InItsSpelling, std::nullopt},
+    {"Keeping", ReplaceAndKeep, InItsSpelling},
+    {"KeepingWhereItCan", ReplaceAndTryToKeep, ByALink},
+    {"KeepingInPlace", ReplaceAndTryToKeep, InItsSpelling, kOld, false},
+    {"KeepingOfNone", ReplaceAndKeep, InItsSpelling, std::nullopt},
     {"Reading", Read, InItsSpelling},
     {"ReadingALargeFile", Read, InItsSpelling, kLarge},
     {"ReadingByAnotherSpelling", Read, InAnotherSpelling},

@@ -73,6 +73,27 @@ TEST(ModList, ListsModsByTheirNumbers) {
   EXPECT_FALSE(IsNameTaken(settings, kGame, "A") || IsNameTaken(settings, kGame, "a", "a"));
 }
 
+TEST(ModuleText, IsAnotherWhereActiveModsOrTheGamesFolderAre) {
+  const std::string two = TwoGames();
+  const std::string none = With(two, "[Games]\r\nCount=2", "[Games]\r\nCount=0");
+  const struct {
+    const char* rule;
+    std::string before;
+    std::string after;
+    Names games;
+  } rows[] = {
+      {"a mod was activated", With(two, "Name=Other", "Active=1\r\nDirCount=1"), two, {"Second"}},
+      {"one that is not active has another folder", two, With(two, "BetaData", "x"), {}},
+      {"the game is in another folder", With(two, "Path=", "Path=C:"), two, {kGame}},
+      {"games are there again", none, two, {}},
+      {"with other mods than they had", With(none, "AlphaData", "x"), two, {kGame}},
+      {"games are gone", With(two, "AlphaData", "x"), none, {}},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(GamesWithOtherModules(Module1::Settings(row.before), Module1::Settings(row.after)), row.games)
+        << row.rule;
+}
+
 TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {
   const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
   const struct {

@@ -12,6 +12,8 @@
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
 #define GANTREL_CALLS(CALL)                         \
   CALL(CreateFileW, INVALID_HANDLE_VALUE)           \
+  CALL(CreateDirectoryW, FALSE)                     \
+  CALL(CreateHardLinkW, FALSE)                      \
   CALL(DeleteFileW, FALSE)                          \
   CALL(FindFirstFileExW, INVALID_HANDLE_VALUE)      \
   CALL(FlushFileBuffers, FALSE)                     \
@@ -22,6 +24,7 @@
   CALL(GetFinalPathNameByHandleW, 0)                \
   CALL(GetFullPathNameW, 0)                         \
   CALL(GetModuleFileNameW, 0)                       \
+  CALL(MoveFileExW, FALSE)                          \
   CALL(ReadFile, FALSE)                             \
   CALL(SetEndOfFile, FALSE)                         \
   CALL(SetFileInformationByHandle, FALSE)           \
@@ -50,7 +53,7 @@ Function Take(Function& address, std::type_identity_t<Function> ours) {
   static decltype(__imp_CreateFileW) create;
   create =
       Take(__imp_CreateFileW, [](auto path, auto access, auto share, auto security, auto disposition, auto... more) {
-        if (disposition != CREATE_NEW || calls.takeNewFiles)
+        if (disposition != CREATE_NEW || calls.takeNewFiles || wcsstr(path, L"History") != nullptr)
           return create(path == link ? linkTarget.c_str() : path, access, share, security, disposition, more...);
         SetLastError(ERROR_ACCESS_DENIED);
         return INVALID_HANDLE_VALUE;
