@@ -51,7 +51,11 @@ frmMain::frmMain()
       "Open Game Folder", [this] { OpenGameFolder(); }, hasGame);
   window_.OnCommand(
       "Copy Launch Option", [this] { CopyLaunchOption(); }, hasGame);
-  window_.OnCommand("Refresh", [this] { Refresh(); });
+  window_.OnCommand(
+      "Undo", [this] { Undo(history::Way::Undo); }, Module1::CanUndo);
+  window_.OnCommand(
+      "Redo", [this] { Undo(history::Way::Redo); }, Module1::CanRedo);
+  window_.OnCommand("Refresh", [this] { Refresh(Settings()); });
 }
 
 frmMain::~frmMain() = default;
@@ -98,9 +102,8 @@ std::string frmMain::GetBPath() const {
 }
 
 // The selected game stays selected where it is still registered.
-void frmMain::Refresh() {
+void frmMain::Refresh(const Settings& settings) {
   const std::string game = SelectedGame();
-  const Settings settings;
   if (!settings.Unread()) RefreshGames(settings);
   if (const auto n = settings.FindGame(game)) lstGame.Select(static_cast<int>(*n) - 1);
   ListMods(settings);
@@ -148,19 +151,25 @@ std::string frmMain::ModToolTip(const std::string& mod) const {
   return lines;
 }
 
-void frmMain::cmdActivate1_Click() { messages::Show("Make Module", SetActive(lstNotActive, true).message); }
+void frmMain::cmdActivate1_Click() {
+  Module1::Step step;
+  messages::Show("Make Module", SetActive(lstNotActive, true, step).message);
+}
 
-void frmMain::cmdDeactivate1_Click() { messages::Show("Make Module", SetActive(lstActive, false).message); }
+void frmMain::cmdDeactivate1_Click() {
+  Module1::Step step;
+  messages::Show("Make Module", SetActive(lstActive, false, step).message);
+}
 
 void frmMain::cmdActivateAll_Click() { SetAllActive(lstNotActive, true); }
 
 void frmMain::cmdDeactivateAll_Click() { SetAllActive(lstActive, false); }
 
 // An entry that is no longer registered changes nothing; the lists and the module file are refreshed all the same.
-frmMain::Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive) {
+Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive, Module1::Step& step) {
   Change change;
   ::SetActive(change, SelectedGame(), list.Text(), isActive);
-  const auto unsaved = change.Save();
+  const auto unsaved = change.Save(step);
   ListMods(change);
   return {!unsaved, unsaved ? messages::Failed(unsaved) : MakeModule(change)};
 }
@@ -175,11 +184,12 @@ void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
     const int all = list.Count();
     int done = 0;
     int stayed = 0;
+    Module1::Step step;  // one for all
     auto shown = std::chrono::steady_clock::now();
     while (outcome.isSaved && stayed < list.Count()) {
       const int left = list.Count();
       list.Select(stayed);
-      outcome = SetActive(list, isActive);
+      outcome = SetActive(list, isActive, step);
       if (!outcome.isSaved && done > 0) outcome.message->outcome = messages::HowFar(done, all, isActive);
       ++(list.Count() < left ? done : stayed);
       if (std::chrono::steady_clock::now() - shown < kBetweenPictures) continue;

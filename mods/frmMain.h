@@ -44,9 +44,12 @@ class frmMain {
   // The selected game's install folder, a Windows path; empty when the game is not registered.
   std::string GetBPath() const;
 
-  // Writes the selected game's module file, and returns what kept it from that. The caller has the lock, so that the
-  // file belongs to the settings that are there.
-  std::optional<Message> MakeModule(const Module1::Change& settings) const;
+  // Writes the module file of a game, or of the selected one, and returns what kept it from that. The caller has the
+  // lock, so that the file belongs to the settings that are there.
+  static std::optional<Message> MakeModule(const Module1::Change& settings, const std::string& game);
+  std::optional<Message> MakeModule(const Module1::Change& settings) const {
+    return MakeModule(settings, SelectedGame());
+  }
 
   // What the tooltip of a game says: its folder and its module file, a line each; nothing when it is not registered.
   static std::string GameDetails(const Module1::Settings& settings, std::string_view game);
@@ -57,7 +60,8 @@ class frmMain {
 
  private:
   void lstGame_Validate();
-  void Refresh();
+  void Refresh(const Module1::Settings& settings);
+  void Undo(history::Way way);
   void cmdGoToGames_Click();
   void cmdActivate1_Click();
   void cmdDeactivate1_Click();
@@ -74,11 +78,7 @@ class frmMain {
 
   const platform::ListBox& FocusedList() const;
   std::string ModToolTip(const std::string& mod) const;
-  struct Outcome {
-    bool isSaved = true;
-    std::optional<Message> message = {};
-  };
-  Outcome SetActive(const platform::ListBox& list, bool isActive);
+  Outcome SetActive(const platform::ListBox& list, bool isActive, Module1::Step& step);
   void SetAllActive(const platform::ListBox& list, bool isActive);
   void MoveSelected(int by);
   void MoveMod(int from, int to);

@@ -50,22 +50,23 @@ void frmNew::Show() const { window_.Show(); }
 void frmNew::OnClosed(std::function<void()> handler) const { window_.OnClosed(std::move(handler)); }
 
 void frmNew::OKButton_Click() {
-  const auto refusal = Register();
-  if (!refusal) return window_.Close();
-  messages::Show(edited_ ? "Edit Mod" : "New Mod", refusal);
-  txtName.TakeFocus();  // where the user goes on
+  const Outcome outcome = Register();
+  messages::Show(edited_ ? "Edit Mod" : "New Mod", outcome.message);
+  outcome.isSaved ? window_.Close() : txtName.TakeFocus();  // where the user goes on
 }
 
-std::optional<Message> frmNew::Register() {
+Outcome frmNew::Register() {
   const std::string name = txtName.Text();
   const bool isBlank = name.find_first_not_of(" \t") == std::string::npos;
-  if (isBlank) return messages::NameIsBlank();
+  if (isBlank) return {false, messages::NameIsBlank()};
   Module1::Change change;
-  if (const auto unread = change.Unread()) return messages::Failed(unread);
-  if (auto refusal = Put(change, edited_ ? edited_->game : mainWindow_->SelectedGame(), name)) return refusal;
+  if (const auto unread = change.Unread()) return {false, messages::Failed(unread)};
+  const std::string game = edited_ ? edited_->game : mainWindow_->SelectedGame();
+  if (const auto refusal = Put(change, game, name)) return {false, refusal};
   const auto unsaved = change.Save();
   mainWindow_->ListMods(change);
-  return messages::Failed(unsaved);
+  if (unsaved) return {false, messages::Failed(unsaved)};
+  return {true, IsActive(change, game, name) ? frmMain::MakeModule(change, game) : std::nullopt};
 }
 
 // Writes the mod, or says why not.

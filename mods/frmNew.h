@@ -31,7 +31,7 @@ class frmNew {
  private:
   void OKButton_Click();
   void CancelButton_Click();
-  std::optional<Message> Register();
+  Outcome Register();
   std::optional<Message> Put(Module1::Change& change, const std::string& game, const std::string& name) const;
 
   struct Edited {

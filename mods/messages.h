@@ -15,6 +15,12 @@ struct Message {
   platform::Icon icon = platform::Icon::Critical;
 };
 
+// What came of a change: one that was saved may still have something to tell.
+struct Outcome {
+  bool isSaved = true;
+  std::optional<Message> message = {};
+};
+
 namespace messages {
 
 Message NoGame();

@@ -54,6 +54,11 @@ std::optional<std::vector<std::string>> DataFolders(const Module1::Settings& set
   return n == kNoMod ? std::nullopt : std::optional(FoldersOf(settings, schema::ModSection(game, n)));
 }
 
+bool IsActive(const Module1::Settings& settings, std::string_view game, std::string_view name) {
+  const std::int64_t n = settings.FindMod(game, name);
+  return n != kNoMod && settings.GetNumber(schema::ModSection(game, n), "Active", 0) != 0;
+}
+
 void SetActive(Module1::Change& change, std::string_view game, std::string_view name, bool isActive) {
   const std::int64_t n = change.FindMod(game, name);
   if (n != kNoMod) change.PutSetting(schema::ModSection(game, n), "Active", isActive ? "1" : "0");

@@ -26,6 +26,9 @@ ModLists ListMods(const Module1::Settings& settings, std::string_view game, cons
 std::optional<std::vector<std::string>> DataFolders(const Module1::Settings& settings, std::string_view game,
                                                     std::string_view name);
 
+// False when it is not registered.
+bool IsActive(const Module1::Settings& settings, std::string_view game, std::string_view name);
+
 // A mod keeps its number. Changes nothing when it is not registered, and so do the next two.
 void SetActive(Module1::Change& change, std::string_view game, std::string_view name, bool isActive);
 

@@ -1,11 +1,28 @@
 #include "mods/frmMain.h"
 #include "module_file/module_file.h"
 #include "module_file/module_text.h"
+#include "platform/application.h"
 
-std::optional<Message> frmMain::MakeModule(const Module1::Change& settings) const {
-  const std::string game = SelectedGame();
+std::optional<Message> frmMain::MakeModule(const Module1::Change& settings, const std::string& game) {
   if (ModulePath(settings, game).empty()) return messages::NoGame();
   return messages::NotMade(WriteModule(settings, game));
+}
+
+// The module files of all games whose mods are other ones then follow.
+void frmMain::Undo(history::Way way) {
+  std::optional<Message> message;
+  {
+    const platform::BusyPointer busy;
+    Module1::Change change;
+    const Module1::Settings before = change;
+    message = messages::Failed(way == history::Way::Undo ? change.Undo() : change.Redo());
+    Refresh(change);
+    for (const std::string& game : GamesWithOtherModules(before, change)) {
+      const auto unmade = MakeModule(change, game);
+      if (!message) message = unmade;
+    }
+  }
+  messages::Show(way == history::Way::Undo ? "Undo" : "Redo", message);
 }
 
 std::string frmMain::GameDetails(const Module1::Settings& settings, std::string_view game) {

@@ -80,6 +80,26 @@ TEST(Menus, EditAMod) {
         "Beta, Delta | Alpha, Renamed", renamed);
 }
 
+TEST(Menus, TakeBackWhatWasDone) {
+  const Names four = {"GammaData", "GammaSound", "AlphaData"};
+  const Act undo = Press("Ctrl+Z");
+  const Act activateAll = Click("cmdActivateAll");
+  const auto activated = With(FourMods(), "Name=Beta\r\nActive=0", "Name=Beta\r\nActive=1");
+  Check(FourMods(), "all in one step, and the module file follows", {activateAll, undo}, kFourShown, FourMods(), four);
+  Check(FourMods(), "step by step",
+        {DoubleClick("lstNotActive", "Beta"), Click("cmdDeactivateAll"), undo, undo, Press("Ctrl+Y")},
+        "Delta | Alpha, Beta, Gamma", activated, Names{"GammaData", "GammaSound", "BetaData", "AlphaData"});
+  Check(TwoGames(), "the game stays selected, and others' module files follow",
+        {activateAll, kChooseSecond, Press("Tab"), undo, Shows("lstGame", "Dawn of War, [Second]")}, "Other | ()",
+        TwoGames(), four);
+  Check(FourMods(), "nothing after the last step", {activateAll, undo, undo, RightClick("lstGame"), Press("Esc")},
+        kFourShown, FourMods(), four);
+  const Act takeModuleFile = [] { fs::create_directories(ModuleFile() / "x"); };
+  const Act seesFailure = [] { EXPECT_EQ(ShownMessage().value_or(Message()).title, "Undo"); };
+  Try(FourMods(), "says what could not be written",
+      {activateAll, [] { fs::remove(ModuleFile()); }, takeModuleFile, undo, seesFailure, Press("Esc")}, kFourShown);
+}
+
 TEST(Menus, DetailsAreTheTooltip) {
   const std::string longName(60, 'W');
   const Act seesDetails = [=] { EXPECT_EQ(ToolTip(), longName + "\nNo data folders"); };
