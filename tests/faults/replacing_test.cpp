@@ -1,4 +1,3 @@
-#include <fstream>
 #include <optional>
 #include <ostream>
 
@@ -144,9 +143,7 @@ TEST_P(Faults, LoseNothing) {
       }
     }
   }
-  if (HasFailure()) return;
-  std::ofstream(GANTREL_FAULT_COUNTS, std::ios::app)
-      << GetParam().name << ": " << whole.size() << " calls of the system, went wrong in " << tries_ << " ways\n";
+  EXPECT_GT(tries_, 20) << "the calls are not met";
 }
 
 const Row kRows[] = {
