@@ -266,9 +266,8 @@ Act GoTo(const std::string& control) {
 Act Type(const std::string& text) {
   return [=] {
     Activate(Front());
-    // Characters of any keyboard; which key they are on does not matter.
-    for (const QChar& character : ToQt(text))
-      QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, {character}, Qt::NoModifier);
+    // On any keyboard; which keys the characters are on does not matter.
+    QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, ToQt(text), Qt::NoModifier);
   };
 }
 
@@ -424,6 +423,8 @@ int CountPixels(const std::string& name, unsigned colour) {
   }
   return count;
 }
+
+bool IsAtTop(const std::string& list) { return List(list).verticalScrollBar()->value() == 0; }
 
 bool IsEnabled(const std::string& control) { return Control(control).isEnabled(); }
 

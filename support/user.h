@@ -75,6 +75,7 @@ std::string Marked(const std::string& list);   // the entries with a warning sig
 std::string Look(const std::string& control);  // "<spoken name>, <font> <its pixels> in <window's fixed size>"
 // The pixels of a window or a control in one colour: 0xFFFFFF is white.
 int CountPixels(const std::string& name, unsigned colour);
+bool IsAtTop(const std::string& list);  // of its entries
 bool IsEnabled(const std::string& control);
 bool IsPointerBusy();
 std::string ToolTip();

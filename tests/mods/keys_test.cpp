@@ -60,6 +60,8 @@ TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
     acts.push_back(Focused(list));
     return acts;
   };
+  const auto fifty = [](const char* name) { return Settings(50, std::vector<Mod>(50, {name, "0"})); };
+  const auto isAtTop = [](bool expected) -> Act { return [=] { EXPECT_EQ(IsAtTop("lstNotActive"), expected); }; };
   const std::string changed = With(With(TwoGames(), "Name=Other", "Name=Renamed"), "DoW1=Dawn of War", "DoW1=New");
   const Row rows[] = {
       {"Enter activates, and the next arrow goes on from there", press("lstNotActive", "Beta", {"Return", "Down"}),
@@ -87,6 +89,10 @@ TEST(Keys, AKeyActsOnTheListThatHasTheFocus) {
       {"of which another one is chosen where it is gone",
        {GoTo("cmdNewMod"), Write(changed), Press("F5"), Focused("cmdNewMod"), Shows("lstGame", "[New], Second")},
        "() | ()"},
+      {"with other mods in it, a list is at its top again",
+       {Write(fifty("a")), Press("F5"), GoTo("lstNotActive"), Press("End"), isAtTop(false), Write(fifty("b")),
+        Press("F5"), isAtTop(true), Write(FourMods()), Press("F5")},
+       kFourShown},
   };
   for (const Row& row : rows) Try(TwoGames(), row.rule, row.acts, row.lists);
   Check(FourMods(), "Enter with nothing selected does nothing, and makes no module file",

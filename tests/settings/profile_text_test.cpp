@@ -30,11 +30,7 @@ TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
 }
 
 TEST(ProfileText, ChangesNoByteThatIsNotConcerned) {
-  const struct {
-    const char* rule;
-    std::string before;
-    std::string after;  // with "Key" in "A" set to "new"
-  } rows[] = {
+  const std::array<std::string, 3> rows[] = {
       {"a new file", "", "[A]\r\nKey=new\r\n"},
       {"in place, as it is spelled", "[a]\n kEY = old \n;x\n", "[a]\n kEY = new \n;x\n"},
       {"with its quotes", "[A]\nKey='old'\nKey=2\n", "[A]\nKey=new\nKey=2\n"},
@@ -45,11 +41,11 @@ TEST(ProfileText, ChangesNoByteThatIsNotConcerned) {
       {"in a new section", "[B]\nKey=2", "[B]\nKey=2\n[A]\nKey=new\n"},
       {"behind what has no header", "x", "x\r\n[A]\r\nKey=new\r\n"},
   };
-  for (const auto& row : rows) {
-    ProfileText text(row.before);
-    EXPECT_EQ(text.Text(), row.before);
+  for (const auto& [rule, before, after] : rows) {
+    ProfileText text(before);
+    EXPECT_EQ(text.Text(), before);
     text.Set("A", " Key ", "new");
-    EXPECT_EQ(text.Text(), row.after) << row.rule;
+    EXPECT_EQ(text.Text(), after) << rule;
   }
   ProfileText text("[A]\n");
   text.Set("A", "a\r\nb", std::string("1\n\0 2", 5));

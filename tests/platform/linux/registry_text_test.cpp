@@ -51,11 +51,7 @@ TEST(RegistryText, KeysAreFound) {
 }
 
 TEST(RegistryText, ValuesAreReadAndDamagedOnesSpoilNoOther) {
-  const struct {
-    const char* rule;
-    std::string written;
-    std::string read;
-  } rows[] = {
+  const std::array<std::string, 3> rows[] = {
       {"a text", R"("C:\\Games\\\"DoW\"\\")", Text("C:\\Games\\\"DoW\"\\")},
       {"a text to expand", R"(str(2):"%ProgramFiles%\\Game")", "2:%ProgramFiles%\\Game\0"s},
       {"a zero byte inside stays", R"(str(7):"a\0b\0")", "7:a\0b\0\0"s},
@@ -81,10 +77,10 @@ TEST(RegistryText, ValuesAreReadAndDamagedOnesSpoilNoOther) {
   // After lines that may confuse the reader and before one that it may run into.
   const std::string above =
       "[A] 1234567890\n#time=1d9\n#link\ngarbage\n\"\n\"v\"\n\"w\"=hex:01,\\\n  \"v\"=\"x\"\n@=\"d\"\n";
-  for (const auto& row : rows) {
-    const std::string text = above + "\"v\"=" + row.written + "\n\"\\\"\xC9@\"=\"y\"\n";
-    EXPECT_EQ(LookUp(text, "A", "v"), row.read) << row.rule;
-    EXPECT_EQ(LookUp(text, "a", "\"\xE9@"), Text("y")) << row.rule << ", and the next value";
+  for (const auto& [rule, written, read] : rows) {
+    const std::string text = above + "\"v\"=" + written + "\n\"\\\"\xC9@\"=\"y\"\n";
+    EXPECT_EQ(LookUp(text, "A", "v"), read) << rule;
+    EXPECT_EQ(LookUp(text, "a", "\"\xE9@"), Text("y")) << rule << ", and the next value";
     EXPECT_EQ(LookUp(text, "A", ""), Text("d"));
   }
 }
