@@ -21,11 +21,10 @@ TEST(NewMod, IsAppendedAsTheLastAvailableMod) {
         {open, seesFolders, Type(" N\xE9w & <i>"), Paste(u"\u65E5\U0001F600\u20AC"), Click("lstDirs", "Zoo"),
          Click("lstDirs", "data2"), Click("lstDirs", "Data"), Click("lstDirs", "b"), Click("lstDirs", "Data"), ok},
         listed("N\xE9w & <i>\x80"), AndFifth({" N\xE9w & <i>\x80", "0", {"b", "data2", "Zoo"}}));
-  Check(FourMods(), "a name must be there, and is put right at once",
-        {open, Type("  "), ok, Sees(kEmptyName), Answer("OK"), Type("x"), enter}, listed("x"), AndFifth({"  x", "0"}));
-  Check(FourMods(), "that of an available mod is taken",
-        {open, Type("Beta"), ok, Sees(kTakenName), Press("Esc"), Type("x"), enter}, listed("Betax"),
-        AndFifth({"Betax", "0"}));
+  Try(FourMods(), "a name must be there, and is put right at once",
+      {open, Type("  "), ok, Sees(kEmptyName), Answer("OK"), Type("x"), enter}, listed("x"));
+  Try(FourMods(), "that of an available mod is taken",
+      {open, Type("Beta"), ok, Sees(kTakenName), Press("Esc"), Type("x"), enter}, listed("Betax"));
   Check(FourMods(), "letter case and blanks count, and the keyboard alone will do",
         {Click("lstNotActive", "Beta"), Press("Ins"), Type(" beta"), GoTo("lstDirs"), Press("Down"), Press("Space"),
          enter},

@@ -87,15 +87,4 @@ TEST_F(Settings, NoChangeIsLostToAnotherAtTheSameTimeAndNoReadingFindsHalfOfIt) 
   EXPECT_EQ(GetSetting("A", "x", ""), "100");
 }
 
-TEST_F(Settings, AChangeReachesTheFileWhenItIsSaved) {
-  WriteFile(SettingsFile(), "[A]\nActive=many\n");
-  Module1::Change change;
-  EXPECT_EQ(change.GetNumber("A", "Active", 7), 7);
-  change.PutSetting("A", "Active", "2");
-  EXPECT_EQ(change.GetSetting("A", "Active", ""), "2");
-  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nActive=many\n");
-  EXPECT_FALSE(change.Save());
-  EXPECT_EQ(ReadFile(SettingsFile()), "[A]\nActive=2\n");
-}
-
 }  // namespace
