@@ -49,8 +49,7 @@ frmMain::frmMain()
   window_.OnCommand("Details", [this] { window_.ShowDetails(); });
   window_.OnCommand(
       "Open Game Folder", [this] { OpenGameFolder(); }, hasGame);
-  window_.OnCommand(
-      "Copy Launch Option", [this] { CopyLaunchOption(); }, hasGame);
+  window_.OnCommand("Copy Launch Option", CopyLaunchOption, hasGame);
   window_.OnCommand(
       "Undo", [this] { Undo(history::Way::Undo); }, Module1::CanUndo);
   window_.OnCommand(
@@ -213,13 +212,12 @@ void frmMain::MoveMod(int from, int to) {
 }
 
 std::optional<Message> frmMain::Move(int from, int to) {
-  const std::vector<std::string> names = lstActive.Texts();
   std::vector<std::string> passed;
   const int step = to > from ? 1 : -1;
-  for (int i = from; i != to; i += step) passed.push_back(names[static_cast<std::size_t>(i + step)]);
+  for (int i = from; i != to; i += step) passed.push_back(lstActive.Text(i + step));
   Change change;
   if (const auto unread = change.Unread()) return messages::Failed(unread);
-  if (!::MoveMod(change, SelectedGame(), names[static_cast<std::size_t>(from)], passed)) return std::nullopt;
+  if (!::MoveMod(change, SelectedGame(), lstActive.Text(from), passed)) return std::nullopt;
   const auto unsaved = change.Save();
   ListMods(change);
   lstActive.Select(unsaved ? from : to);
@@ -273,7 +271,7 @@ void frmMain::OpenDialog(const std::string& title, const std::optional<std::stri
   dialog->Show();
 }
 
-void frmMain::OpenGameFolder() {
+void frmMain::OpenGameFolder() const {
   const std::string folder = GetBPath();
   if (!platform::OpenFolder(folder)) messages::Show("Open Game Folder", messages::NotOpened(folder));
 }

@@ -73,8 +73,8 @@ class frmMain {
   void cmdDeleteMod_Click();
 
   void EditMod();
-  void OpenGameFolder();
-  void CopyLaunchOption();
+  void OpenGameFolder() const;
+  static void CopyLaunchOption();
 
   const platform::ListBox& FocusedList() const;
   std::string ModToolTip(const std::string& mod) const;

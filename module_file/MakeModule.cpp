@@ -14,7 +14,8 @@ void frmMain::Undo(history::Way way) {
   {
     const platform::BusyPointer busy;
     Module1::Change change;
-    const Module1::Settings before = change;
+    const Module1::Settings& current = change;
+    const Module1::Settings before = current;
     message = messages::Failed(way == history::Way::Undo ? change.Undo() : change.Redo());
     Refresh(change);
     for (const std::string& game : GamesWithOtherModules(before, change)) {

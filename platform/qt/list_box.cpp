@@ -365,6 +365,7 @@ std::string ListBox::Text(int position) const {
 
 std::vector<std::string> ListBox::Texts() const {
   std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(native_->count()));
   for (int i = 0; i < native_->count(); ++i) texts.push_back(Text(i));
   return texts;
 }

@@ -257,10 +257,9 @@ void NativeWindow::PlaceAmongOthers() {
   for (const QWidget* const other : QApplication::topLevelWidgets()) {
     if (other == this || !other->isVisible() || dynamic_cast<const NativeWindow*>(other) == nullptr) continue;
     const QPoint next = other->pos() + QPoint(kStep, kStep);
-    if (other->objectName() == objectName())
-      place = QPoint(std::max(place.x(), next.x()), std::max(place.y(), next.y()));
-    else
-      middle = other->pos() + (other->rect().center() - rect().center());
+    const bool isAlike = other->objectName() == objectName();
+    if (isAlike) place = QPoint(std::max(place.x(), next.x()), std::max(place.y(), next.y()));
+    if (!isAlike) middle = other->pos() + (other->rect().center() - rect().center());
   }
   if (place.isNull()) place = middle;
   if (place.isNull()) return;
