@@ -37,6 +37,38 @@ void Measure(benchmark::State& state, int mods, const char* key) {
   state.counters["limit"] = benchmark::Counter(limit.count(), benchmark::Counter::kAvgIterations);
 }
 
+// The same change with the old file kept, and without; and taken back. The history is as full as it gets.
+void MeasureHistory(benchmark::State& state, int mods) {
+  const std::string section = std::string(sample::kGame) + "." + std::to_string(mods / 2);
+  const std::string before = sample::Settings(mods, sample::Active::None);
+  const auto seconds = [](auto act) {
+    const auto start = Clock::now();
+    act();
+    return Seconds(Clock::now() - start).count();
+  };
+  const auto put = [&](bool isWithout) {
+    raw::Replace(support::SettingsFile(), before);
+    Module1::Step step = {isWithout};
+    return seconds([&] {
+      Module1::Change change;
+      change.PutSetting(section, "Active", "1");
+      if (change.Save(step)) state.SkipWithError("nothing was written");
+    });
+  };
+  for (int i = 0; i < 60; ++i) put(false);
+  double without = 0;
+  double undo = 0;
+  for ([[maybe_unused]] auto pass : state) {
+    without += put(true);
+    state.SetIterationTime(put(false));
+    undo += seconds([&] {
+      if (Module1::Change().Undo()) state.SkipWithError("nothing was taken back");
+    });
+  }
+  state.counters["without"] = benchmark::Counter(without, benchmark::Counter::kAvgIterations);
+  state.counters["undo"] = benchmark::Counter(undo, benchmark::Counter::kAvgIterations);
+}
+
 int Run(int argumentCount, char** arguments) {
   support::Reset();
   for (const int mods : {10, 100, 1000}) {
@@ -44,6 +76,7 @@ int Run(int argumentCount, char** arguments) {
     for (const auto& [name, key] : {std::pair{"changed", "Active"}, std::pair{"added", "New"}}) {
       benchmark::RegisterBenchmark((size + "PutSetting/" + name).c_str(), Measure, mods, key)->UseManualTime();
     }
+    benchmark::RegisterBenchmark((size + "history").c_str(), MeasureHistory, mods)->UseManualTime();
   }
   benchmark::Initialize(&argumentCount, arguments);
   benchmark::RunSpecifiedBenchmarks();

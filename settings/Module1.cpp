@@ -52,8 +52,8 @@ std::string GetMakeSetting(std::string_view section, std::string_view key, std::
 
 std::int64_t FindMod(std::string_view game, std::string_view name) { return Settings().FindMod(game, name); }
 
-bool CanUndo() { return history::Can(history::Way::Undo); }
-bool CanRedo() { return history::Can(history::Way::Redo); }
+bool CanUndo() { return History().Can(History::Way::Undo); }
+bool CanRedo() { return History().Can(History::Way::Redo); }
 
 // There are file systems where a file that is replaced is missing for a moment. Nobody replaces it under the lock.
 Settings::Settings() : Settings(std::error_code()) {
@@ -153,23 +153,25 @@ std::optional<FileFailure> Change::Save() {
 std::optional<FileFailure> Change::Save(Step& step) {
   if (unread_) return unread_;
   const bool isNew = settings_.IsChanged() && !step.isKept;
-  const std::filesystem::path keptAs = isNew ? history::NewStep() : std::filesystem::path();
-  auto failure = FailureOf(SettingsFile, "written", settings_.Save(SettingsFile(), {keptAs}));
+  std::optional<History> history;
+  if (isNew) history.emplace();
+  const platform::OldFile old = {history ? history->NewStep() : std::filesystem::path()};
+  auto failure = FailureOf(SettingsFile, "written", settings_.Save(SettingsFile(), old));
   if (failure) {
     settings_ = EZINILib::WholeINI(SettingsFile());
-  } else if (isNew) {
-    history::EndStep(keptAs);
+  } else if (history) {
+    history->EndStep();
     step.isKept = true;
   }
   return failure;
 }
 
-std::optional<FileFailure> Change::Undo() { return Go(history::Way::Undo); }
-std::optional<FileFailure> Change::Redo() { return Go(history::Way::Redo); }
+std::optional<FileFailure> Change::Undo() { return Go(History::Way::Undo); }
+std::optional<FileFailure> Change::Redo() { return Go(History::Way::Redo); }
 
-std::optional<FileFailure> Change::Go(history::Way way) {
+std::optional<FileFailure> Change::Go(History::Way way) {
   if (unread_) return unread_;
-  auto failure = history::Go(way, SettingsFile(), settings_.Text());
+  auto failure = History().Go(way, SettingsFile(), settings_.Text());
   settings_ = EZINILib::WholeINI(SettingsFile());
   unread_ = FailureOf(SettingsFile, "read", settings_.Unread());
   return failure ? failure : unread_;

@@ -105,7 +105,7 @@ class Change : public Settings {
 
  private:
   explicit Change(platform::ToolLock lock);
-  std::optional<FileFailure> Go(history::Way way);
+  std::optional<FileFailure> Go(History::Way way);
 
   platform::ToolLock lock_;
 };

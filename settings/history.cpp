@@ -3,66 +3,52 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <compare>
-#include <vector>
+#include <limits>
 
 #include "platform/files.h"
 #include "platform/paths.h"
 
 namespace fs = std::filesystem;
 
-namespace history {
 namespace {
 
-enum class Kind : std::uint8_t { Undo, Redo, Old };
-constexpr std::array kEndings = {".ini", ".redo.ini", ".old.ini"};
+constexpr std::array<std::string_view, 3> kEndings = {".ini", ".redo.ini", ".old.ini"};
 
-struct Step {
-  std::uint64_t number;
-  Kind kind;
-  std::strong_ordering operator<=>(const Step&) const = default;
-};
-using Steps = std::vector<Step>;  // by their numbers
+}  // namespace
 
-fs::path Folder() { return platform::BesideExecutable("Ulvane.history"); }
+History::History() : folder_(platform::BesideExecutable("Ulvane.history")) {
+  std::error_code failure;
+  for (fs::directory_iterator entry(folder_, failure), end; entry != end; entry.increment(failure)) {
+    if (const auto step = StepOf(platform::DisplayName(entry->path().filename()))) steps_.push_back(*step);
+  }
+  if (failure) steps_.clear();
+  std::ranges::sort(steps_);
+}
 
-std::string NameOf(const Step& step) {
+std::string History::NameOf(const Step& step) {
   constexpr std::size_t kDigits = 6;
   const std::string digits = std::to_string(step.number);
-  return std::string(kDigits - std::min(kDigits, digits.size()), '0') + digits +
-         kEndings[static_cast<std::size_t>(step.kind)];
+  return std::string(kDigits - std::min(kDigits, digits.size()), '0')
+      .append(digits)
+      .append(kEndings[static_cast<std::size_t>(step.kind)]);
 }
-
-fs::path PathOf(const Step& step) { return Folder() / NameOf(step); }
 
 // Nothing for a file that is not the history's.
-std::optional<Step> StepOf(const std::string& name) {
-  Step step = {};
-  std::from_chars(name.data(), name.data() + name.size(), step.number);
-  for (const Kind kind : {Kind::Undo, Kind::Redo, Kind::Old}) {
-    step.kind = kind;
-    if (NameOf(step) == name) return step;
-  }
-  return std::nullopt;
-}
-
-// None where the folder is missing or cannot be listed.
-Steps AllSteps() {
-  Steps steps;
-  std::error_code failure;
-  for (fs::directory_iterator entry(Folder(), failure), end; entry != end; entry.increment(failure)) {
-    if (const auto step = StepOf(platform::DisplayName(entry->path().filename()))) steps.push_back(*step);
-  }
-  if (failure) return {};
-  std::ranges::sort(steps);
-  return steps;
+std::optional<History::Step> History::StepOf(const std::string& name) {
+  Step step;
+  const char* const digitsEnd = std::from_chars(name.data(), name.data() + name.size(), step.number).ptr;
+  const std::string_view ending = std::string_view(name).substr(static_cast<std::size_t>(digitsEnd - name.data()));
+  const auto* const found = std::ranges::find(kEndings, ending);
+  if (found == kEndings.end()) return std::nullopt;
+  step.kind = static_cast<Kind>(found - kEndings.begin());
+  return NameOf(step) == name ? std::optional(step) : std::nullopt;
 }
 
 // What was taken back before a newer step was made is not done again.
-std::optional<Step> Next(Way way, const Steps& steps) {
+std::optional<History::Step> History::Next(Way way) const {
   std::optional<Step> undo;
   std::optional<Step> redo;
-  for (const Step& step : steps) {
+  for (const Step& step : steps_) {
     if (step.kind == Kind::Undo) {
       undo = step;
       redo.reset();
@@ -72,74 +58,38 @@ std::optional<Step> Next(Way way, const Steps& steps) {
   return way == Way::Undo ? undo : redo;
 }
 
-template <typename IsPast>
-void Retire(Steps& steps, IsPast isPast) {
-  for (Step& step : steps) {
-    if (step.kind == Kind::Old || !isPast(step)) continue;
+bool History::Can(Way way) const { return Next(way) && platform::TakesFiles(folder_); }
+
+void History::Retire(Kind kind, std::uint64_t upTo) {
+  for (Step& step : steps_) {
     const Step old = {step.number, Kind::Old};
-    if (!platform::RenameFile(PathOf(step), PathOf(old))) step = old;
+    const bool isPast = step.kind == kind && step.number <= upTo;
+    if (isPast && !platform::RenameFile(PathOf(step), PathOf(old))) step = old;
   }
 }
 
-// The next step that way whose bytes are others than the settings'. Removes those before it. Nothing when there is none
-// or, with a failure, when one cannot be read.
-std::optional<Step> FindNext(Way way, Steps& steps, const std::string& current, std::string& bytes,
-                             std::optional<FileFailure>& failure) {
-  while (const auto step = Next(way, steps)) {
+// The next step that way whose bytes are others than the settings'. Removes those before it.
+std::optional<FileFailure> History::FindNext(Way way, const std::string& current, std::optional<Step>& step,
+                                             std::string& bytes) {
+  while ((step = Next(way))) {
     const fs::path path = PathOf(*step);
-    if (const auto unread = platform::ReadFile(path, bytes)) {
-      failure = FileFailure{platform::DisplayName(path), "read", unread};
-      return std::nullopt;
-    }
-    if (bytes != current) return step;
+    if (const auto unread = platform::ReadFile(path, bytes))
+      return FileFailure{platform::DisplayName(path), "read", unread};
+    if (bytes != current) break;
     platform::RemoveFile(path);
-    std::erase(steps, *step);
+    std::erase(steps_, *step);
   }
   return std::nullopt;
 }
 
-void RemoveOldest(const Steps& steps) {
-  constexpr std::size_t kMost = 50;
-  std::size_t count = 0;
-  std::uintmax_t size = 0;
-  for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-    const fs::path path = PathOf(*step);
-    std::error_code untold;
-    const std::uintmax_t bytes = fs::file_size(path, untold);
-    size += untold ? 0 : bytes;
-    if (++count > kMost || size > platform::kMostBytes) platform::RemoveFile(path);
-  }
-}
-
-}  // namespace
-
-bool Can(Way way) { return Next(way, AllSteps()) && platform::TakesFiles(Folder()); }
-
-fs::path NewStep() {
-  const Steps steps = AllSteps();
-  return PathOf({steps.empty() ? 1 : steps.back().number + 1, Kind::Undo});
-}
-
-void EndStep(const fs::path& keptAs) {
-  Steps steps = AllSteps();
-  const bool isKept = !steps.empty() && PathOf(steps.back()) == keptAs;
-  if (!isKept) Retire(steps, [](const Step&) { return true; });
-  RemoveOldest(steps);
-}
-
-// A program that was killed while it did a step again has left what it kept for the way back.
-std::optional<FileFailure> Go(Way way, const fs::path& settingsFile, const std::string& current) {
-  Steps steps = AllSteps();
+// A program that was killed while it did a step again has left what it kept for the way back, so that goes first.
+std::optional<FileFailure> History::Go(Way way, const fs::path& settingsFile, const std::string& current) {
+  std::optional<Step> step;
   std::string bytes;
-  std::optional<FileFailure> failure;
-  auto step = FindNext(Way::Undo, steps, current, bytes, failure);
-  const auto undone = step ? step->number : 0;
-  if (way == Way::Redo) {
-    failure.reset();
-    step = FindNext(Way::Redo, steps, current, bytes, failure);
-  }
-  if (!step) return failure;
-  Retire(steps, [undone](const Step& one) { return one.kind == Kind::Redo && one.number <= undone; });
+  auto unread = FindNext(Way::Undo, current, step, bytes);
+  Retire(Kind::Redo, step ? step->number : 0);
+  if (way == Way::Redo) unread = FindNext(Way::Redo, current, step, bytes);
+  if (unread || !step) return unread;
   const Step back = {step->number, way == Way::Undo ? Kind::Redo : Kind::Undo};
   if (const auto unwritten = platform::ReplaceFile(settingsFile, bytes, {PathOf(back), true}))
     return FileFailure{platform::DisplayName(settingsFile), "written", unwritten};
@@ -147,4 +97,24 @@ std::optional<FileFailure> Go(Way way, const fs::path& settingsFile, const std::
   return std::nullopt;
 }
 
-}  // namespace history
+fs::path History::NewStep() const { return PathOf(New()); }
+
+// To ask for the sizes of all takes as long as a disk takes to write. So the large files alone, and what is there when
+// one comes, have half of the room; small ones do not fill the other.
+void History::EndStep() {
+  constexpr std::ptrdiff_t kMost = 50;
+  constexpr std::uintmax_t kLarge = platform::kMostBytes / 2 / kMost;
+  std::error_code untold;
+  const auto newSize = fs::file_size(NewStep(), untold);
+  if (untold) {
+    for (const Kind kind : {Kind::Undo, Kind::Redo}) Retire(kind, std::numeric_limits<std::uint64_t>::max());
+    return;
+  }
+  steps_.push_back(New());
+  std::uintmax_t size = 0;
+  for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) {
+    const auto bytes = newSize > kLarge ? fs::file_size(PathOf(*step), untold) : 0;
+    if (!untold) size += bytes;
+    if (step - steps_.rbegin() >= kMost || size > platform::kMostBytes / 2) platform::RemoveFile(PathOf(*step));
+  }
+}

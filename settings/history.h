@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "settings/file_failure.h"
 
@@ -15,22 +16,42 @@
 //   <number>.old.ini   what is no longer on the way of either: a backup
 //
 // The newest 50 are kept, 16 MB at most. A step that equals the settings is passed over, so it does not matter at which
-// moment a program is killed. Other files in the folder are left alone. All below is called under the tool's lock, but
-// for Can.
-namespace history {
+// moment a program is killed. Other files in the folder are left alone.
+class History {
+ public:
+  // As the folder is now; of no steps where it is missing or cannot be listed. For the last two functions, and what
+  // follows them, under the tool's lock.
+  History();
 
-enum class Way : std::uint8_t { Undo, Redo };
+  // Whether there is a step that way, and the folder can be written.
+  enum class Way : std::uint8_t { Undo, Redo };
+  bool Can(Way way) const;
 
-// Whether there is a step that way, and the folder can be written.
-bool Can(Way way);
+  // Puts the file of the next step that way in the place of the settings, which are `current` and are kept for the way
+  // back. Does nothing when there is no step.
+  std::optional<FileFailure> Go(Way way, const std::filesystem::path& settingsFile, const std::string& current);
 
-// Where the file that a new step replaces is to be kept; and what follows once it is replaced: the oldest files go.
-// Where the file could not be kept, the steps before it no longer fit, and become backups.
-std::filesystem::path NewStep();
-void EndStep(const std::filesystem::path& keptAs);
+  // Where the file that a new step replaces is to be kept; and what follows once it is replaced: the oldest files go.
+  // Where the file could not be kept, the steps before it no longer fit, and become backups.
+  std::filesystem::path NewStep() const;
+  void EndStep();
 
-// Puts the file of the next step that way in the place of the settings, which are `current` and are kept for the way
-// back. Does nothing when there is no step.
-std::optional<FileFailure> Go(Way way, const std::filesystem::path& settingsFile, const std::string& current);
+ private:
+  enum class Kind : std::uint8_t { Undo, Redo, Old };
+  struct Step {
+    std::uint64_t number = 0;
+    Kind kind = Kind::Undo;
+    friend auto operator<=>(const Step&, const Step&) = default;
+  };
+  static std::string NameOf(const Step& step);
+  static std::optional<Step> StepOf(const std::string& name);
+  std::filesystem::path PathOf(const Step& step) const { return folder_ / NameOf(step); }
+  Step New() const { return {steps_.empty() ? 1 : steps_.back().number + 1, Kind::Undo}; }
+  std::optional<Step> Next(Way way) const;
+  std::optional<FileFailure> FindNext(Way way, const std::string& current, std::optional<Step>& step,
+                                      std::string& bytes);
+  void Retire(Kind kind, std::uint64_t upTo);
 
-}  // namespace history
+  std::filesystem::path folder_;
+  std::vector<Step> steps_;  // by their numbers
+};
