@@ -41,7 +41,7 @@ class History {
   struct Step {
     std::uint64_t number = 0;
     Kind kind = Kind::Undo;
-    friend auto operator<=>(const Step&, const Step&) = default;
+    auto operator<=>(const Step&) const = default;  // NOLINT(modernize-use-nullptr): takes the operator's 0 for one
   };
   static std::string NameOf(const Step& step);
   static std::optional<Step> StepOf(const std::string& name);

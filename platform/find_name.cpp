@@ -1,0 +1,34 @@
+#include "platform/find_name.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "platform/code_page.h"
+
+namespace platform {
+
+// From an entry that is no match, next and previous go on among those that begin with what is typed.
+int FindName(const std::vector<std::string>& names, std::string_view typed, int from, Find find) {
+  std::vector<int> matches;
+  std::vector<int> inside;
+  for (int i = 0; i < std::ssize(names) && !typed.empty(); ++i) {
+    const std::string& name = names[static_cast<std::size_t>(i)];
+    const auto found = std::ranges::search(name, typed, {}, FoldCase, FoldCase);
+    if (!found.empty()) (found.begin() == name.begin() ? matches : inside).push_back(i);
+  }
+  if (find == Find::Typed) {
+    const auto& best = matches.empty() ? inside : matches;
+    const auto at = std::ranges::lower_bound(best, from);
+    return best.empty() ? -1 : at == best.end() ? best.front() : *at;
+  }
+  auto before = std::ranges::lower_bound(matches, from) - matches.begin();  // so many come before the present one
+  matches.insert(matches.end(), inside.begin(), inside.end());
+  if (matches.empty()) return -1;
+  const auto present = std::ranges::find(matches, from);
+  if (present != matches.end()) before = present - matches.begin();
+  const auto next = before + (present != matches.end() ? 1 : 0);
+  const auto count = std::ssize(matches);
+  return matches[static_cast<std::size_t>((find == Find::Next ? next : before - 1 + count) % count)];
+}
+
+}  // namespace platform
