@@ -11,7 +11,7 @@ namespace platform {
 int FindName(const std::vector<std::string>& names, std::string_view typed, int from, Find find) {
   std::vector<int> matches;
   std::vector<int> inside;
-  for (int i = 0; i < std::ssize(names) && !typed.empty(); ++i) {
+  for (int i = 0; i < std::ssize(names); ++i) {
     const std::string& name = names[static_cast<std::size_t>(i)];
     const auto found = std::ranges::search(name, typed, {}, FoldCase, FoldCase);
     if (!found.empty()) (found.begin() == name.begin() ? matches : inside).push_back(i);
