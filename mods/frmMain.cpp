@@ -51,9 +51,9 @@ frmMain::frmMain()
       "Open Game Folder", [this] { OpenGameFolder(); }, hasGame);
   window_.OnCommand("Copy Launch Option", CopyLaunchOption, hasGame);
   window_.OnCommand(
-      "Undo", [this] { Undo(history::Way::Undo); }, Module1::CanUndo);
+      "Undo", [this] { Undo(History::Way::Undo); }, Module1::CanUndo);
   window_.OnCommand(
-      "Redo", [this] { Undo(history::Way::Redo); }, Module1::CanRedo);
+      "Redo", [this] { Undo(History::Way::Redo); }, Module1::CanRedo);
   window_.OnCommand("Refresh", [this] { Refresh(Settings()); });
 }
 

@@ -61,7 +61,7 @@ class frmMain {
  private:
   void lstGame_Validate();
   void Refresh(const Module1::Settings& settings);
-  void Undo(history::Way way);
+  void Undo(History::Way way);
   void cmdGoToGames_Click();
   void cmdActivate1_Click();
   void cmdDeactivate1_Click();

@@ -9,21 +9,21 @@ std::optional<Message> frmMain::MakeModule(const Module1::Change& settings, cons
 }
 
 // The module files of all games whose mods are other ones then follow.
-void frmMain::Undo(history::Way way) {
+void frmMain::Undo(History::Way way) {
   std::optional<Message> message;
   {
     const platform::BusyPointer busy;
     Module1::Change change;
     const Module1::Settings& current = change;
     const Module1::Settings before = current;
-    message = messages::Failed(way == history::Way::Undo ? change.Undo() : change.Redo());
+    message = messages::Failed(way == History::Way::Undo ? change.Undo() : change.Redo());
     Refresh(change);
     for (const std::string& game : GamesWithOtherModules(before, change)) {
       const auto unmade = MakeModule(change, game);
       if (!message) message = unmade;
     }
   }
-  messages::Show(way == history::Way::Undo ? "Undo" : "Redo", message);
+  messages::Show(way == History::Way::Undo ? "Undo" : "Redo", message);
 }
 
 std::string frmMain::GameDetails(const Module1::Settings& settings, std::string_view game) {

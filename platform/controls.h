@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -11,8 +10,6 @@
 namespace platform {
 
 constexpr int kNoSelection = -1;
-
-enum class FindStep : std::uint8_t { Typed, Next, Previous };  // more or less was typed, or the same again
 
 struct NativeButton;
 struct NativeDropDownList;
@@ -59,6 +56,7 @@ class DropDownList {
 };
 
 // Of one with single selection, the selected entry is asked for; of one with multiple selection, the selected entries.
+// Typing into one with single selection finds entries (platform/find_name.h).
 class ListBox {
  public:
   explicit ListBox(NativeListBox& native) : native_(&native) {}
@@ -80,10 +78,6 @@ class ListBox {
   // Asked for the tooltip of the entry at a position each time that it is shown; none where the text is empty. An entry
   // whose text is cut has that above it.
   void OnToolTip(std::function<std::string(int position)> handler) const;
-
-  // Called while the user types into the list, with what was typed so far: the position of the entry to select, or
-  // kNoSelection. `from` is the selected one. Without it, the list goes by the first letters.
-  void OnFind(std::function<int(const std::string& typed, int from, FindStep step)> handler) const;
 
   // Called when the user has dragged the entry at `from` to the position `to`. Without it, none can be dragged.
   void OnMove(std::function<void(int from, int to)> handler) const;

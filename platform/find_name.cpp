@@ -8,7 +8,7 @@
 namespace platform {
 
 // From an entry that is no match, next and previous go on among those that begin with what is typed.
-int FindName(const std::vector<std::string>& names, std::string_view typed, int from, Find find) {
+int FindName(const std::vector<std::string>& names, std::string_view typed, int from, FindStep step) {
   std::vector<int> matches;
   std::vector<int> inside;
   for (int i = 0; i < std::ssize(names); ++i) {
@@ -16,7 +16,7 @@ int FindName(const std::vector<std::string>& names, std::string_view typed, int 
     const auto found = std::ranges::search(name, typed, {}, FoldCase, FoldCase);
     if (!found.empty()) (found.begin() == name.begin() ? matches : inside).push_back(i);
   }
-  if (find == Find::Typed) {
+  if (step == FindStep::Typed) {
     const auto& best = matches.empty() ? inside : matches;
     const auto at = std::ranges::lower_bound(best, from);
     return best.empty() ? -1 : at == best.end() ? best.front() : *at;
@@ -28,7 +28,7 @@ int FindName(const std::vector<std::string>& names, std::string_view typed, int 
   if (present != matches.end()) before = present - matches.begin();
   const auto next = before + (present != matches.end() ? 1 : 0);
   const auto count = std::ssize(matches);
-  return matches[static_cast<std::size_t>((find == Find::Next ? next : before - 1 + count) % count)];
+  return matches[static_cast<std::size_t>((step == FindStep::Next ? next : before - 1 + count) % count)];
 }
 
 }  // namespace platform

@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "platform/controls.h"
+#include "platform/find_name.h"
 #include "platform/qt/native.h"
 #include "platform/qt/run.h"
 #include "platform/qt/style.h"
@@ -123,6 +124,13 @@ bool NativeListBox::IsCut(const QString& text) const {
   return fontMetrics().horizontalAdvance(text) + kMargins > viewport()->width();
 }
 
+std::vector<std::string> NativeListBox::Texts() const {
+  std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(count()));
+  for (int i = 0; i < count(); ++i) texts.push_back(FromQt(item(i)->text()));
+  return texts;
+}
+
 QPoint NativeListBox::PlaceOfSelected() const {
   const auto selected = selectedItems();
   return selected.isEmpty() ? QPoint() : visualItemRect(selected.front()).center();
@@ -180,7 +188,7 @@ void NativeListBox::keyPressEvent(QKeyEvent* event) {
 
 // Letters go on with what was typed a moment ago, or begin anew. False for a key that finding has no use for.
 bool NativeListBox::TakeFindKey(const QKeyEvent& event) {
-  if (!onFind) return false;
+  if (selectionMode() != SingleSelection) return false;
   const bool isFinding = findBox_->isVisible();
   const bool isPlain = (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
   const int key = event.key();
@@ -207,12 +215,14 @@ bool NativeListBox::TakeFindKey(const QKeyEvent& event) {
 // Screen readers hear the match as the entry that is now current, and of no match from the box.
 void NativeListBox::Find(FindStep step) {
   constexpr int kMoment = 3000;  // milliseconds
-  const int match = onFind(FromQt(typed_), currentRow(), step);
+  const int match = FindName(Texts(), FromQt(typed_), currentRow(), step);
   if (match != kNoSelection) setCurrentRow(match);
   findBox_->setText("Find: " + typed_ + (match == kNoSelection ? " \u2013 not found" : ""));
-  const int height = findBox_->sizeHint().height();
-  findBox_->setGeometry(0, this->height() - height, width(), height);
+  const int boxHeight = findBox_->sizeHint().height();
+  findBox_->setGeometry(0, height() - boxHeight, width(), boxHeight);
   findBox_->show();
+  setViewportMargins(0, 0, 0, boxHeight);
+  scrollTo(currentIndex());
   findEnd_.start(kMoment, this);
   if (match != kNoSelection) return;
   QAccessibleEvent alert(findBox_, QAccessible::Alert);
@@ -222,6 +232,7 @@ void NativeListBox::Find(FindStep step) {
 void NativeListBox::EndFinding() {
   findEnd_.stop();
   findBox_->hide();
+  setViewportMargins(0, 0, 0, 0);
 }
 
 void NativeListBox::timerEvent(QTimerEvent* event) {
@@ -363,12 +374,7 @@ std::string ListBox::Text(int position) const {
   return item != nullptr ? FromQt(item->text()) : std::string();
 }
 
-std::vector<std::string> ListBox::Texts() const {
-  std::vector<std::string> texts;
-  texts.reserve(static_cast<std::size_t>(native_->count()));
-  for (int i = 0; i < native_->count(); ++i) texts.push_back(Text(i));
-  return texts;
-}
+std::vector<std::string> ListBox::Texts() const { return native_->Texts(); }
 
 std::vector<std::string> ListBox::SelectedTexts() const {
   std::vector<std::string> texts;
@@ -384,10 +390,6 @@ void ListBox::SetEmptyText(std::string_view text) const { native_->SetEmptyText(
 
 void ListBox::OnToolTip(std::function<std::string(int position)> handler) const {
   native_->onToolTip = std::move(handler);
-}
-
-void ListBox::OnFind(std::function<int(const std::string& typed, int from, FindStep step)> handler) const {
-  native_->onFind = std::move(handler);
 }
 
 void ListBox::OnMove(std::function<void(int from, int to)> handler) const {

@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/controls.h"
+#include "platform/find_name.h"
 #include "platform/layout.h"
 
 // Qt's widgets behind the handles of controls.h and window.h.
@@ -56,12 +56,12 @@ struct NativeListBox : QListWidget {
   void SetMarks(std::vector<bool> marks);
   bool IsMarked(int row) const;
   bool IsCut(const QString& text) const;
+  std::vector<std::string> Texts() const;
   QPoint PlaceOfSelected() const;  // in the viewport
   void SetEmptyText(const QString& text);
   void Repaint();
   QString emptyText;
   std::function<std::string(int position)> onToolTip;
-  std::function<int(const std::string& typed, int from, FindStep step)> onFind;
   std::function<void(int from, int to)> onMove;
 
  protected:

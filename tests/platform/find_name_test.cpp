@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-using platform::Find;
+using platform::FindStep;
 
 namespace {
 
@@ -14,21 +14,21 @@ TEST(FindName, GoesRoundThoseThatBeginWithWhatIsTypedAndThenTheOthers) {
   const struct {
     const char* typed;
     int from;
-    Find find;
+    FindStep step;
     int position;
   } rows[] = {
-      {"arm", -1, Find::Typed, 1},    {"ARM", 1, Find::Typed, 1},    {"arm", 2, Find::Typed, 4},
-      {"arm", 5, Find::Typed, 1},     {"armi", 1, Find::Typed, 4},   {"army", 1, Find::Typed, 2},
-      {"y", 3, Find::Typed, 2},       {"\xF6S", 0, Find::Typed, 3},  {"arms", 1, Find::Typed, -1},
-      {"", 1, Find::Typed, -1},       {"arm", 1, Find::Next, 4},     {"arm", 4, Find::Next, 0},
-      {"arm", 0, Find::Next, 2},      {"arm", 2, Find::Next, 1},     {"arm", 3, Find::Next, 4},
-      {"arm", 5, Find::Next, 0},      {"arm", -1, Find::Next, 1},    {"arm", 4, Find::Previous, 1},
-      {"arm", 1, Find::Previous, 2},  {"arm", 0, Find::Previous, 4}, {"arm", 3, Find::Previous, 1},
-      {"arm", -1, Find::Previous, 2}, {"y", 2, Find::Next, 2},       {"arms", 1, Find::Next, -1},
+      {"arm", -1, FindStep::Typed, 1},    {"ARM", 1, FindStep::Typed, 1},    {"arm", 2, FindStep::Typed, 4},
+      {"arm", 5, FindStep::Typed, 1},     {"armi", 1, FindStep::Typed, 4},   {"army", 1, FindStep::Typed, 2},
+      {"y", 3, FindStep::Typed, 2},       {"\xF6S", 0, FindStep::Typed, 3},  {"arms", 1, FindStep::Typed, -1},
+      {"", 1, FindStep::Typed, -1},       {"arm", 1, FindStep::Next, 4},     {"arm", 4, FindStep::Next, 0},
+      {"arm", 0, FindStep::Next, 2},      {"arm", 2, FindStep::Next, 1},     {"arm", 3, FindStep::Next, 4},
+      {"arm", 5, FindStep::Next, 0},      {"arm", -1, FindStep::Next, 1},    {"arm", 4, FindStep::Previous, 1},
+      {"arm", 1, FindStep::Previous, 2},  {"arm", 0, FindStep::Previous, 4}, {"arm", 3, FindStep::Previous, 1},
+      {"arm", -1, FindStep::Previous, 2}, {"y", 2, FindStep::Next, 2},       {"arms", 1, FindStep::Next, -1},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(FindName(names, row.typed, row.from, row.find), row.position)
-        << row.typed << " from " << row.from << ", " << static_cast<int>(row.find);
+    EXPECT_EQ(FindName(names, row.typed, row.from, row.step), row.position)
+        << row.typed << " from " << row.from << ", " << static_cast<int>(row.step);
 }
 
 }  // namespace
