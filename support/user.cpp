@@ -244,7 +244,7 @@ Act Answer(const std::string& button) {
 Act Press(const std::string& keys) {
   return [=] {
     Activate(Front());
-    QTest::keySequence(QGuiApplication::focusWindow(), QKeySequence(ToQt(keys)));
+    QTest::keySequence(Front().windowHandle(), QKeySequence(ToQt(keys)));
   };
 }
 
@@ -303,7 +303,8 @@ Act Close(const std::string& window) {
 
 Act SavePicture(const std::filesystem::path& file) {
   return [=] {
-    const bool isSaved = Front().grab().save(QString::fromStdU16String(file.u16string()));
+    QWidget* const menu = QApplication::activePopupWidget();
+    const bool isSaved = (menu != nullptr ? *menu : Front()).grab().save(QString::fromStdU16String(file.u16string()));
     if (!isSaved) Fail("cannot save", file.string());
   };
 }

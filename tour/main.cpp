@@ -46,6 +46,7 @@ class Tour {
     MakeMods();
     ActivateAndOrder();
     DeleteAMod();
+    UseMenusAndKeys();
     FailToWrite();
     KeepTheGame();
     return acts_;
@@ -136,6 +137,21 @@ class Tour {
     Do({Click("lstNotActive", "Night Sky"), Click("cmdDeleteMod")});
     Meet("message-delete-mod", "OK");
     SayLists();
+  }
+
+  void UseMenusAndKeys() {
+    Say("Click on 'Better Maps' with the right button.");
+    Do({support::RightClick("lstActive", "Better Maps"), Picture("menu"), Press("Esc")});
+    Say("Press F2, and name it 'Best Maps'.");
+    Do({Press("F2"), Picture("edit-mod"), Type("Best Maps"), Press("Return")});
+    SayLists();
+    Say("Press Ctrl+Z: that is taken back.");
+    Do({Press("Ctrl+Z")});
+    SayLists();
+    Say("Type 'map', and press Alt+Home: it is found, and moved to the top. Press Ctrl+Z.");
+    Do({support::GoTo("lstActive"), Type("map"), Picture("find"), Press("Alt+Home")});
+    SayLists();
+    Do({Press("Ctrl+Z")});
   }
 
   void FailToWrite() {
