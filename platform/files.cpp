@@ -35,6 +35,8 @@ class Refusals : public std::error_category {
   }
 };
 
+}  // namespace
+
 bool IsMissingFolder(std::string_view windowsPath) {
   const auto path = ToHostPath(windowsPath);
   if (!path) return true;
@@ -42,8 +44,6 @@ bool IsMissingFolder(std::string_view windowsPath) {
   const auto status = std::filesystem::status(AsSpelledOnDisk(*path), failure);
   return std::filesystem::status_known(status) && !std::filesystem::is_directory(status);
 }
-
-}  // namespace
 
 FoldersBelow::FoldersBelow(const std::string& windowsPath)
     : path_(windowsPath + "\\"),

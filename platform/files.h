@@ -70,8 +70,10 @@ void RemoveFile(const std::filesystem::path& path);
 // Whether the user may make files in the folder, as far as the system tells without making one.
 bool TakesFiles(const std::filesystem::path& folder);
 
-// Which folders below a folder, a Windows path, are missing; it is looked into once, whatever number is asked for. What
-// the system does not tell is not taken for missing.
+// Whether the system says that a Windows path leads to no folder. What it does not tell is not taken for missing.
+bool IsMissingFolder(std::string_view windowsPath);
+
+// The same of folders below a folder, which is looked into once, whatever number is asked for.
 class FoldersBelow {
  public:
   explicit FoldersBelow(const std::string& windowsPath);

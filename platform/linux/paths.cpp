@@ -5,6 +5,7 @@
 #include "platform/code_page.h"
 #include "platform/linux/drives.h"
 #include "platform/linux/file_names.h"
+#include "platform/list_files.h"
 
 namespace fs = std::filesystem;
 
@@ -46,6 +47,23 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
   if (failure) return std::nullopt;
   std::ranges::sort(names, ComesBefore);
   return names;
+}
+
+std::optional<std::vector<FolderEntry>> ListFolder(const fs::path& folder) {
+  std::vector<FolderEntry> entries;
+  std::error_code failure;
+  for (fs::directory_iterator entry(folder, failure), end; entry != end; entry.increment(failure)) {
+    std::error_code untold;
+    auto name = FromUtf8Exactly(entry->path().filename().native());
+    if (name) entries.push_back({*entry, *std::move(name), entry->is_directory(untold), entry->is_symlink(untold)});
+  }
+  return failure ? std::nullopt : std::optional(std::move(entries));
+}
+
+std::optional<fs::path> WithoutLinks(const fs::path& path) {
+  std::error_code failure;
+  fs::path real = fs::canonical(path, failure);
+  return failure ? std::nullopt : std::optional(std::move(real));
 }
 
 }  // namespace platform

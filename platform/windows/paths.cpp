@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/list_files.h"
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 
@@ -36,9 +37,11 @@ struct CloseFind {
   void operator()(HANDLE find) const { FindClose(find); }
 };
 
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 bool IsThere(const std::wstring& folder) {
-  HANDLE const handle = CreateFileW(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  HANDLE const handle =
+      CreateFileW(folder.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return false;
   CloseHandle(handle);
   return true;
@@ -136,27 +139,62 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) {
 
 std::string DisplayName(const fs::path& path) { return FromUtf16(ToUnits(path.native())); }
 
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden) {
-  const auto path = ToHostPath(windowsPath);
-  if (!path) return std::nullopt;
-  std::wstring folder = ToSystem(*path);
+namespace {
+
+// Calls `visit` with the folder, which ends in a separator, and with each of its entries. False when it is missing or
+// cannot be listed.
+template <typename Visit>
+bool VisitEntries(const fs::path& path, Visit visit) {
+  std::wstring folder = ToSystem(path);
   if (!folder.ends_with(L'\\')) folder += L'\\';
   WIN32_FIND_DATAW entry = {};
   const std::unique_ptr<HANDLE, CloseFind> find(FindFirstFileExW(
       (folder + L'*').c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
   if (find.get() == INVALID_HANDLE_VALUE) {
     // The root folder of an empty drive has no entries, not even those for itself.
-    if (GetLastError() == ERROR_FILE_NOT_FOUND) return std::vector<std::string>();
-    return std::nullopt;
+    return GetLastError() == ERROR_FILE_NOT_FOUND;
   }
+  do visit(folder, entry);
+  while (FindNextFileW(find.get(), &entry) != 0);
+  return GetLastError() == ERROR_NO_MORE_FILES;
+}
+
+}  // namespace
+
+std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden) {
+  const auto path = ToHostPath(windowsPath);
   std::vector<std::string> names;
-  do {
-    if (!IsListed(folder, entry, hidden)) continue;
-    if (auto name = FromUtf16Exactly(ToUnits(entry.cFileName))) names.push_back(*std::move(name));
-  } while (FindNextFileW(find.get(), &entry) != 0);
-  if (GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;
+  const auto add = [&](const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
+    auto name = FromUtf16Exactly(ToUnits(entry.cFileName));
+    if (name && IsListed(folder, entry, hidden)) names.push_back(*std::move(name));
+  };
+  if (!path || !VisitEntries(*path, add)) return std::nullopt;
   std::ranges::sort(names, ComesBefore);
   return names;
+}
+
+std::optional<std::vector<FolderEntry>> ListFolder(const fs::path& path) {
+  std::vector<FolderEntry> entries;
+  const auto add = [&entries](const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
+    const std::wstring_view name = entry.cFileName;
+    auto text = FromUtf16Exactly(ToUnits(name));
+    if (!text || name == L"." || name == L"..") return;
+    entries.push_back({folder + entry.cFileName, *std::move(text),
+                       (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                       (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
+  };
+  return VisitEntries(path, add) ? std::optional(std::move(entries)) : std::nullopt;
+}
+
+std::optional<fs::path> WithoutLinks(const fs::path& path) {
+  HANDLE const opened = CreateFileW(ToSystem(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return std::nullopt;
+  const std::wstring real = AskForText([opened](wchar_t* room, DWORD size) {
+    return GetFinalPathNameByHandleW(opened, room, size, FILE_NAME_NORMALIZED);
+  });
+  CloseHandle(opened);
+  return real.empty() ? std::nullopt : std::optional<fs::path>(real);
 }
 
 }  // namespace platform
