@@ -16,7 +16,7 @@ chmod 700 build/bench/runtime
 export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=$PWD/build/bench/runtime QT_LOGGING_RULES='*.debug=false'
 
 # What is compared takes turns, in random order, so that a busy moment of the machine hits all alike.
-for subject in read_settings write_key commands processes; do
+for subject in read_settings write_key lists commands processes; do
   say "Measuring: ${subject/_/ }."
   "$programs/bench_$subject" --benchmark_min_time=0.05 --benchmark_repetitions=7 --benchmark_report_aggregates_only \
     --benchmark_enable_random_interleaving=true --benchmark_out="$results/$subject.json" >"$results/$subject.txt" \

@@ -35,7 +35,8 @@ std::vector<SharedFiles> FindSharedFiles(const std::vector<ModFiles>& mods, std:
   for (const std::string& file : first->files) own.emplace(Folded(file), File{&file});
 
   std::vector<SharedFiles> all;
-  for (auto other = mods.begin(); other != mods.end(); ++other) {
+  for (auto last = mods.end(); last != mods.begin();) {
+    const auto other = --last;
     SharedFiles shared = {other->mod, other > first, {}};
     for (const std::string& file : other->files) {
       const auto found = own.find(Folded(file));

@@ -22,8 +22,8 @@ struct SharedFiles {
   std::vector<std::string> files;  // by name, each once, as the first mod spells it
 };
 
-// `mods` are the activated ones from the top of the list. Those that share no file are left out. Letter case does not
-// count.
+// `mods` are the activated ones from the top of the list; the outcome begins with the lowest, which wins over all.
+// Those that share no file are left out. Letter case does not count.
 std::vector<SharedFiles> FindSharedFiles(const std::vector<ModFiles>& mods, std::string_view mod);
 
 // What could not be looked at.

@@ -32,7 +32,7 @@ TEST(WhichModWins, IsTheLowerOneOfTwoThatHaveAFileOfTheSamePath) {
                                       {"Other", {"c", "b", "d"}},
                                       {"Low", {"\xF6", "A", "a"}},
                                       {"Lowest", {"a"}}};
-  EXPECT_EQ(Shared(mods, "Mod"), "Top loses: a B\\c\nLow wins: a \xD6\nLowest wins: a\n");
+  EXPECT_EQ(Shared(mods, "Mod"), "Lowest wins: a\nLow wins: a \xD6\nTop loses: a B\\c\n");
   EXPECT_EQ(Shared(mods, "Other") + Shared(mods, "x"), "");
 }
 
