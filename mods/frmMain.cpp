@@ -4,6 +4,7 @@
 
 #include "mods/frmNew.h"
 #include "mods/mod_list.h"
+#include "mods/which_mod_wins.h"
 #include "platform/application.h"
 #include "platform/files.h"
 
@@ -47,6 +48,7 @@ frmMain::frmMain()
       "Move to Bottom", [this] { MoveMod(lstActive.Selected(), lstActive.Count() - 1); }, severalActive);
   window_.OnCommand("Edit...", [this] { EditMod(); });
   window_.OnCommand("Details", [this] { window_.ShowDetails(); });
+  window_.OnCommand("Which Mod Wins...", [this] { ShowWhichModWins(); });
   window_.OnCommand(
       "Open Game Folder", [this] { OpenGameFolder(); }, hasGame);
   window_.OnCommand("Copy Launch Option", CopyLaunchOption, hasGame);
@@ -269,6 +271,19 @@ void frmMain::OpenDialog(const std::string& title, const std::optional<std::stri
   }
   dialog->OnClosed([this, dialog] { newMods_.erase(dialog); });
   dialog->Show();
+}
+
+void frmMain::ShowWhichModWins() {
+  const std::string mod = lstActive.Text();
+  Message message = messages::ModIsGone(mod);
+  {
+    const platform::BusyPointer busy;
+    const Settings settings;
+    const auto text = WhichModWins(settings, SelectedGame(), mod);
+    if (text) message = {.text = *text, .icon = platform::Icon::Information};
+    if (!text) ListMods(settings);
+  }
+  messages::Show("Which Mod Wins", message);
 }
 
 void frmMain::OpenGameFolder() const {

@@ -73,6 +73,7 @@ class frmMain {
   void cmdDeleteMod_Click();
 
   void EditMod();
+  void ShowWhichModWins();
   void OpenGameFolder() const;
   static void CopyLaunchOption();
 

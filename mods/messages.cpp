@@ -10,8 +10,7 @@ Message NoGame() { return {.text = "Please set up a game first.", .icon = Icon::
 Message NameIsBlank() { return {.text = "Please enter a name for the mod.", .icon = Icon::Exclamation}; }
 Message NameIsTaken() { return {.text = "Please enter a unique name.", .icon = Icon::Information}; }
 Message ModIsGone(const std::string& mod) {
-  return {
-      .text = "There is no mod '" + mod + "' any more.", .outcome = "Nothing was changed.", .icon = Icon::Exclamation};
+  return {.text = "There is no mod '" + mod + "' any more.", .icon = Icon::Exclamation};
 }
 Message NotOpened(const std::string& folder) { return {.text = folder + " could not be opened."}; }
 

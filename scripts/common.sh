@@ -46,7 +46,8 @@ build() {
 # Puts a game to try the tool on into a folder: an empty executable, and some data folders.
 put_sample_game() {
   mkdir -p "$1"/W40k/{BetterMaps,BetterMaps_Sound,BigArmies,NightSky}
-  touch "$1/W40k.exe"
+  mkdir -p "$1"/W40k/{BetterMaps,BigArmies}/data/art
+  touch "$1/W40k.exe" "$1"/W40k/{BetterMaps,BigArmies}/data/art/banner.tga
 }
 
 # Makes a folder a compatibility prefix whose registry knows where the sample game is.

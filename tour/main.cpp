@@ -152,6 +152,9 @@ class Tour {
     Do({support::GoTo("lstActive"), Type("map"), Picture("find"), Press("Alt+Home")});
     SayLists();
     Do({Press("Ctrl+Z")});
+    Say("Click on 'Big Armies' and press F4: which mod wins?");
+    Do({Click("lstActive", "Big Armies"), Press("F4")});
+    Meet("message-which-mod-wins", "OK");
   }
 
   void FailToWrite() {

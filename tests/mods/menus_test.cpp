@@ -55,7 +55,7 @@ TEST(Menus, MoveAModFar) {
 }
 
 TEST(Menus, EditAMod) {
-  const Message gone = {"Edit Mod", "There is no mod 'Gamma' any more.\n\nNothing was changed.", "exclamation", {"OK"}};
+  const Message gone = {"Edit Mod", "There is no mod 'Gamma' any more.", "exclamation", {"OK"}};
   const Message taken = {"Edit Mod", "Please enter a unique name.", "information", {"OK"}};
   const std::string renamed = With(FourMods(), "Name=Gamma", "Name=Renamed");
   const Act open = InTurn({Click("lstActive", "Gamma"), Press("F2")});
@@ -98,6 +98,23 @@ TEST(Menus, TakeBackWhatWasDone) {
   const Act seesFailure = [] { EXPECT_EQ(ShownMessage().value_or(Message()).title, "Undo"); };
   Try(FourMods(), "says what could not be written",
       {activateAll, [] { fs::remove(ModuleFile()); }, takeModuleFile, undo, seesFailure, Press("Esc")}, kFourShown);
+}
+
+TEST(Menus, TellWhichModWins) {
+  const Message message = {"Which Mod Wins",
+                           "'Alpha' has files of the same path as 1 other activated mod.\n\n"
+                           "'Gamma' wins, 1 file:\nart\\A.tga\n\nMissing folders: GammaSound.",
+                           "information",
+                           {"OK"}};
+  const Act putFiles = [] {
+    fs::create_directories(GameFolder() / "w40K" / "AlphaData" / "art");
+    fs::create_directories(GameFolder() / "w40K" / "GammaData" / "Art");
+    WriteFile(GameFolder() / "w40K" / "AlphaData" / "art" / "A.tga", "");
+    WriteFile(GameFolder() / "w40K" / "GammaData" / "Art" / "a.TGA", "");
+  };
+  Try(FourMods(), "of the selected one",
+      {putFiles, Click("lstActive", "Alpha"), Press("F4"), Sees(message), Press("Esc")},
+      "Beta, Delta | [Alpha], Gamma");
 }
 
 TEST(Menus, DetailsAreTheTooltip) {
