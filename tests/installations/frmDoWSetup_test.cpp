@@ -60,8 +60,10 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
   };
   const std::string longName(120, 'x');
-  Try(kTwoGames, "in the registry's folder, where the dialog starts, as it is spelled on the disk",
-      {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")}, kTwo + ", <b>x</b> & y (C:\\Games\\D\xF6W\\)");
+  Check(kTwoGames, "in the registry's folder, where the dialog starts, as it is spelled on the disk",
+        {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")}, kTwo + ", <b>x</b> & y (C:\\Games\\D\xF6W\\)",
+        With(With(kTwoGames, "Count=2", "Count=3"), "DoW2=Second", "DoW2=Second\r\nDoW3=<b>x</b> & y") +
+            Text({"[<b>x</b> & y]", "Path=C:\\Games\\D\xF6W\\", "AutoPath=0"}));
   Check(kTwoGames, "not with a taken name, nor after a cancel of the name or the file",
         {kOpen, Name("Second"), Sees(taken), Answer("OK"), Click("cmdnew"), Answer("Cancel"), Name("Third"), Close()},
         kTwo);

@@ -4,8 +4,6 @@
 
 using namespace support;
 
-namespace {
-
 TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
   const std::string three = Text({"[Games]", "Count=3", "DoW1=A", "DoW2=B", "DoW3=C", "[B]", "ModCount=7"});
   const auto edition = [](const std::string& folder) -> Rule {
@@ -38,5 +36,3 @@ TEST(GameList, TellsTheFoldersOfGames) {
   EXPECT_EQ(settings.InstallFolder("B"), "D:\\b\\");
   EXPECT_EQ(settings.InstallFolder("b"), "");
 }
-
-}  // namespace

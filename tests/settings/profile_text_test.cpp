@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
   const std::pair<const char*, std::optional<std::string_view>> rows[] = {
       {"[My Section]\nKey=1\nKey=2\n", "1"},
@@ -64,5 +62,3 @@ TEST(ProfileText, IsParsedWhateverItHolds) {
     EXPECT_EQ(ProfileText(text).Find("A", "x"), "1") << filler;
   }
 }
-
-}  // namespace
