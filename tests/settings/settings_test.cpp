@@ -48,13 +48,6 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
     EXPECT_EQ(ReadFile(SettingsFile()), text);
     EXPECT_TRUE(Module1::Settings().Unread());
   }
-  fs::remove(SettingsFile());
-  fs::remove(ExecutableFolder() / "Make.ini");
-  fs::create_directory(ExecutableFolder() / "Make.ini");
-  const Module1::Settings settings;
-  EXPECT_FALSE(settings.Unread());
-  EXPECT_EQ(settings.GetMakeNumber("Make", "NextDirNum", 5), 5);
-  EXPECT_TRUE(settings.Unread()) << "of Make.ini, once it was asked for";
 }
 
 TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {

@@ -55,12 +55,9 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAn
   const auto list = [this](const char* name) { return R"("libraryfolders" { "0" { "path" ")" + disk + "/" + name; };
   std::string directives;  // more than half of what is read in all
   for (int i = 1'000'000; i < 1'070'000; ++i) directives += "%TAG !" + std::to_string(i) + "! x\n";
-  const struct {
-    std::string prefix;     // below the home folder if not absolute
-    std::string file = {};  // of the launcher, below the home folder
-    std::string text = {};
-  } rows[] = {
-      {prefix_},
+  // A prefix, and the launcher's file that leads to it, both below the home folder if not absolute.
+  const std::array<std::string, 3> rows[] = {
+      {prefix_.string()},
       {".wine"},
       {".local/share/Steam/steamapps/compatdata/4570.20250104205827/pfx"},
       {library("a"), ".local/share/Steam/steamapps/libraryfolders.vdf", list("a") + R"(" "label" "\"{" } })"},
@@ -92,10 +89,10 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAn
       {flatpak + "com.usebottles.bottles/data/bottles/bottles/Dawn-of-War"},
   };
   Names prefixes;
-  for (const auto& row : rows) {
-    prefixes.push_back((home_ / row.prefix).string());
+  for (const auto& [prefix, file, text] : rows) {
+    prefixes.push_back((home_ / prefix).string());
     MakePrefix(prefixes.back());
-    if (!row.file.empty()) WriteFile(home_ / row.file, row.text);
+    if (!file.empty()) WriteFile(home_ / file, text);
   }
   // Links to what is there already, in circles, and to nowhere; and what is no file, no prefix, or too much.
   fs::create_directory_symlink("1", disk_ / "a/steamapps/compatdata/2");
