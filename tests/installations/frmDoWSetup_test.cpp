@@ -18,7 +18,7 @@ Act Pick(const fs::path& file) {
     EXPECT_EQ(ShownMessage().value().title, "Select DoW Path");
     if (file.is_absolute()) WriteFile(file, "");
   };
-  return InTurn({look, Paste(file.u16string()), Press("Return")});
+  return InTurn({look, Press("Ctrl+A"), Paste(file.u16string()), Press("Return")});
 }
 
 Act Name(const std::string& game) {
@@ -53,11 +53,9 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     SetRegistry({{"<b>x</b> & y", "c:\\games\\D\xD6w"}});
     WriteFile(GameFolder() / "W40K.EXE", "");
   };
-  const auto refuses = [](const fs::path& folder, const std::string& said) -> std::vector<Act> {
+  const auto refuses = [](const fs::path& folder, const std::string& said) {
     const Act isSaid = [=] { EXPECT_NE(ShownMessage().value().text.find(said), std::string::npos); };
-    const Act pick = Pick(GameFolder() / folder / "W40k.exe");
-    const Act cancel = Press("Esc");  // since the choice goes on
-    return {kOpen, Name("Third"), pick, isSaid, Answer("OK"), cancel};
+    return InTurn({Pick(GameFolder() / folder / "W40k.exe"), isSaid, Answer("OK")});
   };
   const std::string longName(120, 'x');
   Check(kTwoGames, "in the registry's folder, where the dialog starts, as it is spelled on the disk",
@@ -74,10 +72,10 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
       "New (C:\\), First (C:\\), Second (C:\\), Third (" + OnZ() + ")");
   Check(kTwoGames, "not with a name that another program has taken meanwhile",
         {kOpen, Name("Third"), Write(withThird), Pick(Elsewhere()), Sees(taken), Answer("OK")}, kTwo, withThird);
-  Check(kTwoGames, "not in a folder that the code page cannot spell",
-        refuses(u8"\u017Bycie", "W40k.exe cannot be used"), kTwo);
-  Check(kTwoGames, "nor in one that is cut when it is read",
-        refuses(fs::path(longName) / longName, "more than 254 characters"), kTwo);
+  Check(kTwoGames, "not in a folder that the code page cannot spell, nor in one that is cut when it is read",
+        {kOpen, Name("Third"), refuses(u8"\u017Bycie", "W40k.exe cannot be used"),
+         refuses(fs::path(longName) / longName, "more than 254 characters"), Press("Esc")},
+        kTwo);
 }
 
 TEST(Setup, RemovesAGameWhenTheUserSaysSo) {

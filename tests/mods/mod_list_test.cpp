@@ -96,13 +96,7 @@ TEST(ModuleText, IsAnotherWhereActiveModsOrTheGamesFolderAre) {
 
 TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {
   const Mod delta = {"Delta", "1", {" d 1", "?", "d%3%"}};
-  const struct {
-    const char* rule;
-    std::string settings;
-    std::string make;
-    std::string header;
-    std::string text;
-  } rows[] = {
+  const std::array<std::string, 5> rows[] = {
       {"the highest number first", FourMods(), "", "top",
        "top\r\nDataFolder.5 = GammaData\r\nDataFolder.6 = GammaSound\r\nDataFolder.7 = AlphaData\r\nend\r\n"},
       {"a folder that is missing has its line", With(Settings(1, {delta}), "Dir2=?\r\n", ""),
@@ -114,8 +108,8 @@ TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {
        "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3),
        "top \r\n\r\n\r\na\nb\r\n" + std::string("\0\x1A\r\n", 4) + "end\r\n"},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(ModuleText(Module1::Settings(row.settings, row.make), kGame, row.header, "end"), row.text) << row.rule;
+  for (const auto& [rule, settings, make, header, text] : rows)
+    EXPECT_EQ(ModuleText(Module1::Settings(settings, make), kGame, header, "end"), text) << rule;
 }
 
 }  // namespace

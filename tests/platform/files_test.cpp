@@ -51,11 +51,7 @@ TEST_F(Files, WhatIsNotReadOrReplacedIsSaid) {
   const fs::path device = folder_ / "pipe";
   mkfifo(device.c_str(), 0600);
 #endif
-  const struct {
-    fs::path path;
-    std::error_code reading;
-    std::error_code replacing;
-  } rows[] = {
+  const std::tuple<fs::path, std::error_code, std::error_code> rows[] = {
       {file_, {}, kDenied},
       {folder_ / "", kFolder, kFolder},
       {folder_ / "missing" / "file", kMissing, kMissing},
@@ -64,10 +60,10 @@ TEST_F(Files, WhatIsNotReadOrReplacedIsSaid) {
       {"File.txt", FileRefusal::FolderUnknown, FileRefusal::FolderUnknown},
       {device, FileRefusal::NotOrdinary, FileRefusal::NotOrdinary},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(Read(row.path), row.reading) << row.path;
-    EXPECT_EQ(Replace(row.path, "new"), row.replacing) << row.path;
-    EXPECT_TRUE(row.replacing || ReadFile(row.path) == "new") << row.path;
+  for (const auto& [path, reading, replacing] : rows) {
+    EXPECT_EQ(Read(path), reading) << path;
+    EXPECT_EQ(Replace(path, "new"), replacing) << path;
+    EXPECT_TRUE(replacing || ReadFile(path) == "new") << path;
   }
   EXPECT_EQ(ReadFile(file_), "old");
 }
@@ -161,19 +157,16 @@ TEST_F(Files, WhereAllMayWriteOnlyLinksOfTheUserAndOfTheFoldersOwnerAreFollowed)
   if (geteuid() != 0) GTEST_SKIP() << "only root can make links of others";
   constexpr uid_t kUser = 0;
   constexpr uid_t kAnother = 65533;
-  const struct {
-    uid_t ownerOfFolder;
-    uid_t ownerOfLink;
-    std::error_code outcome;
-  } rows[] = {{kAnother, kUser, {}}, {kAnother, kAnother, {}}, {kUser, kAnother, FileRefusal::LinkOfAnother}};
+  const std::tuple<uid_t, uid_t, std::error_code> rows[] = {
+      {kAnother, kUser, {}}, {kAnother, kAnother, {}}, {kUser, kAnother, FileRefusal::LinkOfAnother}};
   const fs::path link = folder_ / "link";
   fs::create_symlink("File.txt", link);
   fs::permissions(folder_, fs::perms(01777));
-  for (const auto& row : rows) {
-    ASSERT_EQ(chown(folder_.c_str(), row.ownerOfFolder, 0), 0);
-    ASSERT_EQ(lchown(link.c_str(), row.ownerOfLink, 0), 0);
-    EXPECT_EQ(Read(link), row.outcome);
-    EXPECT_EQ(Replace(link, "new"), row.outcome);
+  for (const auto& [ownerOfFolder, ownerOfLink, outcome] : rows) {
+    ASSERT_EQ(chown(folder_.c_str(), ownerOfFolder, 0), 0);
+    ASSERT_EQ(lchown(link.c_str(), ownerOfLink, 0), 0);
+    EXPECT_EQ(Read(link), outcome);
+    EXPECT_EQ(Replace(link, "new"), outcome);
   }
 }
 

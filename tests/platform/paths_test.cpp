@@ -43,11 +43,8 @@ class Paths : public testing::Test {
 };
 
 TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
-  const struct {
-    std::string path;
-    std::optional<fs::path> inPrefix;
-    std::optional<fs::path> onWindows;
-  } rows[] = {
+  using Host = std::optional<fs::path>;
+  const std::tuple<std::string, Host, Host> rows[] = {
       {"c:/Games/DoW/x.module", devices_ / "c:/Games/DoW/x.module", "c:\\Games\\DoW\\x.module"},
       {"C:\\Spi\xE9le \x80\\", devices_ / u8"c:/Spi\u00E9le \u20AC/", u8"C:\\Spi\u00E9le \u20AC\\"},
       {"C:", devices_ / "c:", "C:\\"},
@@ -61,10 +58,9 @@ TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
       {"1:\\x", {}, {}},
       {"", {}, {}},
   };
-  for (const auto& row : rows) {
-    const auto path = ToHostPath(row.path);
-    const auto& expected = fs::exists(devices_) ? row.inPrefix : row.onWindows;
-    EXPECT_EQ(path.value_or("").native(), expected.value_or("").native()) << row.path;
+  for (const auto& [path, inPrefix, onWindows] : rows) {
+    const auto& expected = fs::exists(devices_) ? inPrefix : onWindows;
+    EXPECT_EQ(ToHostPath(path).value_or("").native(), expected.value_or("").native()) << path;
   }
 }
 

@@ -27,12 +27,7 @@ TEST(Registry, GivesTextAndNumbersAsTheyAre) {
   Reset();
   constexpr std::uint32_t kBytes = 3;
   const std::string nul(1, '\0');
-  const struct {
-    const char* rule;
-    std::uint32_t type;
-    std::string data;
-    std::string text;
-  } rows[] = {
+  const std::tuple<const char*, std::uint32_t, std::string, std::string> rows[] = {
       {"text in the code page", platform::kRegSz, "C:\\D\xF6W \x80" + nul, "C:\\D\xF6W \x80"},
       {"not expanded, up to a zero byte", platform::kRegExpandSz, "%a%" + nul + "b" + nul, "%a%"},
       {"1023 characters fit", platform::kRegSz, std::string(1023, 'x') + nul, std::string(1023, 'x')},
@@ -41,9 +36,9 @@ TEST(Registry, GivesTextAndNumbersAsTheyAre) {
       {"a number", platform::kRegDword, "\xFE\xFD\xFF\xFF", "-514"},
       {"bytes", kBytes, "abc" + nul, ""},
   };
-  for (const auto& row : rows) {
-    SetRegistry({{"Dawn of War", row.data, false, row.type}});
-    EXPECT_EQ(Folder(), row.text) << row.rule;
+  for (const auto& [rule, type, data, text] : rows) {
+    SetRegistry({{"Dawn of War", data, false, type}});
+    EXPECT_EQ(Folder(), text) << rule;
   }
 }
 

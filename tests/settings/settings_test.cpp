@@ -20,14 +20,8 @@ TEST(WholeNumber, IsDecimalDigitsWithinThirtyTwoBits) {
   for (const auto& [text, number] : rows) EXPECT_EQ(WholeNumber(text), number) << "'" << text << "'";
 }
 
-class Settings : public testing::Test {
- protected:
-  void SetUp() override { Reset(); }
-};
-
-TEST_F(Settings, EachCallReadsOrReplacesAFileOfAnySizeAndReadsGiveAtMost254Characters) {
-  PutSetting("Games", "Count", "1");
-  EXPECT_EQ(ReadFile(SettingsFile()), "[Games]\r\nCount=1\r\n");
+TEST(Settings, EachCallReadsOrReplacesAFileOfAnySizeAndReadsGiveAtMost254Characters) {
+  Reset();
   const std::string whole(254, 'a');
   for (const std::size_t size : {std::size_t{255}, std::size_t{256} * 1024 - 10, std::size_t{3'000'000}}) {
     const std::string text = "[A]\nfits=" + whole + "\ncut=" + std::string(size, 'a') + "\nlast=";
@@ -39,7 +33,8 @@ TEST_F(Settings, EachCallReadsOrReplacesAFileOfAnySizeAndReadsGiveAtMost254Chara
   }
 }
 
-TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
+TEST(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
+  Reset();
   for (const char* const markOfUtf16 : {"\xFF\xFE", "\xFE\xFF"}) {
     const std::string text = std::string(markOfUtf16) + "\n[A]\nx=1\n";
     WriteFile(SettingsFile(), text);
@@ -50,7 +45,7 @@ TEST_F(Settings, WhatCannotBeReadIsNeverReplacedNorAnswered) {
   }
 }
 
-TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
+TEST(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   const std::pair<const char*, std::int64_t> rows[] = {{"0", 0},         {"2", 2},     {" 5 ", 5},  {"-7", 3},
                                                        {"32767", 32767}, {"32768", 3}, {"four", 3}, {"", 3}};
   for (const auto& [count, read] : rows) {
@@ -64,7 +59,8 @@ TEST_F(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
   }
 }
 
-TEST_F(Settings, NoChangeIsLostToAnotherAtTheSameTimeAndNoReadingFindsHalfOfIt) {
+TEST(Settings, NoChangeIsLostToAnotherAtTheSameTimeAndNoReadingFindsHalfOfIt) {
+  Reset();
   PutSetting("A", "x", "0");
   const auto addOne = [] {
     for (int i = 0; i < 50; ++i) {

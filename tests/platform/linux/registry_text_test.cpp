@@ -21,13 +21,7 @@ TEST(RegistryText, KeysAreFound) {
       "[Software\\\\A] 1\n@=\"64\"\n\n[Software\\\\Wow6432Node\\\\A] 1\n@=\"32\"\n\n"
       "[Software\\\\Wow6432NodeB] 1\n@=\"64\"\n\n[Software\\\\Wow6432Node\\\\Wow6432NodeB] 1\n@=\"32\"\n\n"
       "[System\\\\A] 1\n@=\"shared\"\n";
-  const struct {
-    const char* rule;
-    std::string text;
-    std::string key;
-    std::string found;
-    std::string value = {};
-  } rows[] = {
+  const std::array<std::string, 5> rows[] = {
       {"below Software is the 32-bit view", kPrefix64, "software\\a", Text("32")},
       {"its node is not entered twice", kPrefix64, "Software\\WOW6432NODE\\A", Text("32")},
       {"a name that begins like the node is another key", kPrefix64, "Software\\Wow6432NodeB", Text("32")},
@@ -42,7 +36,7 @@ TEST(RegistryText, KeysAreFound) {
       {"a name ends at a bracket that is not escaped", "[A]B]\n@=\"x\"\n", "A]B", kNone},
       {"a bracket inside a line starts no key", "[A]\n\"v\"=\"[B]\"\n \n[B]\n@=\"x\"\n", "B", Text("x")},
   };
-  for (const auto& row : rows) EXPECT_EQ(LookUp(row.text, row.key, row.value), row.found) << row.rule;
+  for (const auto& [rule, text, key, found, value] : rows) EXPECT_EQ(LookUp(text, key, value), found) << rule;
 
   const std::string several[] = {"System\\A", "Software\\B", "Software\\A", "system\\a"};
   std::string all;
