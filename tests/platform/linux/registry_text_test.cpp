@@ -70,9 +70,9 @@ TEST(RegistryText, ValuesAreReadAndDamagedOnesSpoilNoOther) {
   };
   // After lines that may confuse the reader and before one that it may run into.
   const std::string above =
-      "[A] 1234567890\n#time=1d9\n#link\ngarbage\n\"\n\"v\"\n\"w\"=hex:01,\\\n  \"v\"=\"x\"\n@=\"d\"\n";
+      "[A] 1234567890\n#time=1d9\n#link\ngarbage\n\"\n\"v\"\n\"w\"=hex:01,\\\n  \"v\"=\"x\"\n@=\"d\"\n\"v\"=";
   for (const auto& [rule, written, read] : rows) {
-    const std::string text = above + "\"v\"=" + written + "\n\"\\\"\xC9@\"=\"y\"\n";
+    const std::string text = std::string(above).append(written).append("\n\"\\\"\xC9@\"=\"y\"\n");
     EXPECT_EQ(LookUp(text, "A", "v"), read) << rule;
     EXPECT_EQ(LookUp(text, "a", "\"\xE9@"), Text("y")) << rule << ", and the next value";
     EXPECT_EQ(LookUp(text, "A", ""), Text("d"));
