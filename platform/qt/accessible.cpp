@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QMetaObject>
 #include <algorithm>
 
 #include "platform/qt/native.h"
@@ -90,7 +91,10 @@ class AccessibleWindow : public QAccessibleWidget {
     };
     auto found = std::ranges::find_if(commands, hasFocus);
     if (found == commands.end()) found = std::ranges::find_if(commands, isMeant);
-    if (found != commands.end() && window_->isEnabled()) found->Run();
+    if (found == commands.end() || !window_->isEnabled()) return;
+    // The command may wait for the user in a dialog, and the screen reader for the answer to its call.
+    QMetaObject::invokeMethod(
+        window_, [&command = *found] { command.Run(); }, Qt::QueuedConnection);
   }
 
  private:
