@@ -55,8 +55,9 @@ std::error_code ReadFile(const std::filesystem::path& path, std::string& bytes, 
 // back when that fails.
 //
 // Where `old.keptAs` is given, the old file is still there under that name afterwards, as a whole; an empty one where
-// there was none. Its folder is made. That fails in silence, unless the old file must be kept: then nothing is replaced
-// without. After a failure nothing is kept; a program that is killed may leave both.
+// there was none. Its folder is made; a file that has the name already is never replaced. That fails in silence, unless
+// the old file must be kept: then nothing is replaced without. After a failure nothing is kept; a program that is
+// killed may leave both.
 struct OldFile {
   std::filesystem::path keptAs = {};
   bool mustBeKept = false;

@@ -20,13 +20,13 @@ class Walk {
     const bool isOut = path && std::ranges::mismatch(within_, *path).in1 != within_.end();
     listing.hasLinksOut = listing.hasLinksOut || isOut;
     if (isOut || (path && std::ranges::find(above_, *path) != above_.end())) return;
-    const auto entries = path ? ListFolder(*path) : std::nullopt;
-    if (!entries) {
+    std::vector<FolderEntry> entries;
+    if (!path || ListFolder(*path, entries)) {
       listing.hasUnread = true;
       return;
     }
     above_.push_back(*path);
-    for (const FolderEntry& entry : *entries) {
+    for (const FolderEntry& entry : entries) {
       listing.isCut = listing.isCut || left_ == 0;
       if (listing.isCut) break;
       --left_;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace platform {
@@ -21,14 +22,14 @@ struct FileListing {
 // `folder` and `within` are Windows paths. Looks at no more than `most` files and folders.
 FileListing ListFiles(std::string_view folder, std::string_view within, std::size_t most);
 
-// What each system has its own way to do, for the above.
+// One folder, without those whose name the code page cannot spell; and a path with all its links followed.
 struct FolderEntry {
   std::filesystem::path path;
   std::string name;
   bool isFolder;  // a link to one as well
   bool isLink;
 };
-std::optional<std::vector<FolderEntry>> ListFolder(const std::filesystem::path& folder);
+std::error_code ListFolder(const std::filesystem::path& folder, std::vector<FolderEntry>& entries);
 std::optional<std::filesystem::path> WithoutLinks(const std::filesystem::path& path);
 
 }  // namespace platform

@@ -52,8 +52,8 @@ std::string GetMakeSetting(std::string_view section, std::string_view key, std::
 
 std::int64_t FindMod(std::string_view game, std::string_view name) { return Settings().FindMod(game, name); }
 
-bool CanUndo() { return History().Can(History::Way::Undo); }
-bool CanRedo() { return History().Can(History::Way::Redo); }
+bool CanUndo() { return History(SettingsFile()).Can(History::Way::Undo); }
+bool CanRedo() { return History(SettingsFile()).Can(History::Way::Redo); }
 
 // There are file systems where a file that is replaced is missing for a moment. Nobody replaces it under the lock.
 Settings::Settings() : Settings(std::error_code()) {
@@ -153,10 +153,11 @@ std::optional<FileFailure> Change::Save() {
 std::optional<FileFailure> Change::Save(Step& step) {
   if (unread_) return unread_;
   const bool isNew = settings_.IsChanged() && !step.isKept;
+  const std::filesystem::path file = SettingsFile();
   std::optional<History> history;
-  if (isNew) history.emplace();
+  if (isNew) history.emplace(file);
   const platform::OldFile old = {history ? history->NewStep() : std::filesystem::path()};
-  auto failure = FailureOf(SettingsFile, "written", settings_.Save(SettingsFile(), old));
+  auto failure = FailureOf(SettingsFile, "written", settings_.Save(file, old));
   if (failure) {
     settings_ = EZINILib::WholeINI(SettingsFile());
   } else if (history) {
@@ -171,7 +172,7 @@ std::optional<FileFailure> Change::Redo() { return Go(History::Way::Redo); }
 
 std::optional<FileFailure> Change::Go(History::Way way) {
   if (unread_) return unread_;
-  auto failure = History().Go(way, SettingsFile(), settings_.Text());
+  auto failure = History(SettingsFile()).Go(way, settings_.Text());
   settings_ = EZINILib::WholeINI(SettingsFile());
   unread_ = FailureOf(SettingsFile, "read", settings_.Unread());
   return failure ? failure : unread_;

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "platform/files.h"
+#include "platform/list_files.h"
 #include "platform/paths.h"
 
 namespace fs = std::filesystem;
@@ -16,12 +17,14 @@ constexpr std::array<std::string_view, 3> kEndings = {".ini", ".redo.ini", ".old
 
 }  // namespace
 
-History::History() : folder_(platform::BesideExecutable("Ulvane.history")) {
-  std::error_code failure;
-  for (fs::directory_iterator entry(folder_, failure), end; entry != end; entry.increment(failure)) {
-    if (const auto step = StepOf(platform::DisplayName(entry->path().filename()))) steps_.push_back(*step);
+History::History(const fs::path& settingsFile)
+    : settingsFile_(settingsFile), folder_(settingsFile.parent_path() / "Ulvane.history") {
+  std::vector<platform::FolderEntry> entries;
+  unlisted_ = platform::ListFolder(folder_, entries);
+  if (unlisted_ == std::errc::no_such_file_or_directory) unlisted_.clear();
+  for (const auto& entry : entries) {
+    if (const auto step = StepOf(entry.name); step && !unlisted_) steps_.push_back(*step);
   }
-  if (failure) steps_.clear();
   std::ranges::sort(steps_);
 }
 
@@ -83,7 +86,8 @@ std::optional<FileFailure> History::FindNext(Way way, const std::string& current
 }
 
 // A program that was killed while it did a step again has left what it kept for the way back, so that goes first.
-std::optional<FileFailure> History::Go(Way way, const fs::path& settingsFile, const std::string& current) {
+std::optional<FileFailure> History::Go(Way way, const std::string& current) {
+  if (unlisted_) return FileFailure{platform::DisplayName(folder_), "read", unlisted_};
   std::optional<Step> step;
   std::string bytes;
   auto unread = FindNext(Way::Undo, current, step, bytes);
@@ -91,13 +95,13 @@ std::optional<FileFailure> History::Go(Way way, const fs::path& settingsFile, co
   if (way == Way::Redo) unread = FindNext(Way::Redo, current, step, bytes);
   if (unread || !step) return unread;
   const Step back = {step->number, way == Way::Undo ? Kind::Redo : Kind::Undo};
-  if (const auto unwritten = platform::ReplaceFile(settingsFile, bytes, {PathOf(back), true}))
-    return FileFailure{platform::DisplayName(settingsFile), "written", unwritten};
+  if (const auto unwritten = platform::ReplaceFile(settingsFile_, bytes, {PathOf(back), true}))
+    return FileFailure{platform::DisplayName(settingsFile_), "written", unwritten};
   platform::RemoveFile(PathOf(*step));
   return std::nullopt;
 }
 
-fs::path History::NewStep() const { return PathOf(New()); }
+fs::path History::NewStep() const { return unlisted_ ? fs::path() : PathOf(New()); }
 
 // To ask for the sizes of all takes as long as a disk takes to write. So the large files alone, and what is there when
 // one comes, have half of the room; small ones do not fill the other.
@@ -107,6 +111,7 @@ void History::EndStep() {
   std::error_code untold;
   const auto newSize = fs::file_size(NewStep(), untold);
   if (untold) {
+    *this = History(settingsFile_);
     for (const Kind kind : {Kind::Undo, Kind::Redo}) Retire(kind, std::numeric_limits<std::uint64_t>::max());
     return;
   }

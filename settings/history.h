@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "settings/file_failure.h"
@@ -19,9 +20,8 @@
 // moment a program is killed. Other files in the folder are left alone.
 class History {
  public:
-  // As the folder is now; of no steps where it is missing or cannot be listed. For the last two functions, and what
-  // follows them, under the tool's lock.
-  History();
+  // As the folder beside the settings file is now. Under the tool's lock, but for Can.
+  explicit History(const std::filesystem::path& settingsFile);
 
   // Whether there is a step that way, and the folder can be written.
   enum class Way : std::uint8_t { Undo, Redo };
@@ -29,10 +29,11 @@ class History {
 
   // Puts the file of the next step that way in the place of the settings, which are `current` and are kept for the way
   // back. Does nothing when there is no step.
-  std::optional<FileFailure> Go(Way way, const std::filesystem::path& settingsFile, const std::string& current);
+  std::optional<FileFailure> Go(Way way, const std::string& current);
 
-  // Where the file that a new step replaces is to be kept; and what follows once it is replaced: the oldest files go.
-  // Where the file could not be kept, the steps before it no longer fit, and become backups.
+  // Where the file that a new step replaces is to be kept, nowhere when the folder cannot be listed; and what follows
+  // once it is replaced: the oldest files go. Where the file could not be kept, the steps before it no longer fit, and
+  // become backups.
   std::filesystem::path NewStep() const;
   void EndStep();
 
@@ -52,6 +53,8 @@ class History {
                                       std::string& bytes);
   void Retire(Kind kind, std::uint64_t upTo);
 
+  std::filesystem::path settingsFile_;
   std::filesystem::path folder_;
-  std::vector<Step> steps_;  // by their numbers
+  std::error_code unlisted_;  // why the folder, which is there, could not be listed
+  std::vector<Step> steps_;   // by their numbers
 };

@@ -151,7 +151,9 @@ enum class Way : std::uint8_t { Link, Copy };
 std::error_code Keep(const OldFile& oldFile, const fs::path& path, const struct stat* old, Way way) {
   if (oldFile.keptAs.empty()) return {};
   std::error_code failure;
+  struct stat another = {};
   if (mkdir(oldFile.keptAs.parent_path().c_str(), 0777) != 0 && errno != EEXIST) failure = LastError();
+  if (!failure && lstat(oldFile.keptAs.c_str(), &another) == 0) failure = std::make_error_code(std::errc::file_exists);
   const bool isLinked =
       !failure && old != nullptr && way == Way::Link && link(path.c_str(), oldFile.keptAs.c_str()) == 0;
   if (isLinked) return {};

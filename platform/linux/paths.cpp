@@ -49,15 +49,14 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
   return names;
 }
 
-std::optional<std::vector<FolderEntry>> ListFolder(const fs::path& folder) {
-  std::vector<FolderEntry> entries;
+std::error_code ListFolder(const fs::path& folder, std::vector<FolderEntry>& entries) {
   std::error_code failure;
   for (fs::directory_iterator entry(folder, failure), end; entry != end; entry.increment(failure)) {
     std::error_code untold;
     auto name = FromUtf8Exactly(entry->path().filename().native());
     if (name) entries.push_back({*entry, *std::move(name), entry->is_directory(untold), entry->is_symlink(untold)});
   }
-  return failure ? std::nullopt : std::optional(std::move(entries));
+  return failure;
 }
 
 std::optional<fs::path> WithoutLinks(const fs::path& path) {

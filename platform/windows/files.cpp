@@ -202,6 +202,8 @@ DWORD Keep(const OldFile& oldFile, const std::wstring& path, const Traits& old, 
   const bool isThere = old.attributes != INVALID_FILE_ATTRIBUTES;
   DWORD failure = ResultOf(CreateDirectoryW(ToSystem(oldFile.keptAs.parent_path()).c_str(), nullptr));
   if (failure == ERROR_ALREADY_EXISTS) failure = ERROR_SUCCESS;
+  const bool isTaken = GetFileAttributesW(keptAs.c_str()) != INVALID_FILE_ATTRIBUTES;
+  if (failure == ERROR_SUCCESS && isTaken) failure = ERROR_FILE_EXISTS;
   const bool isLinked = failure == ERROR_SUCCESS && isThere && way == Way::Link &&
                         CreateHardLinkW(keptAs.c_str(), path.c_str(), nullptr) != 0;
   if (isLinked) return ERROR_SUCCESS;

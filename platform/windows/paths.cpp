@@ -141,10 +141,9 @@ std::string DisplayName(const fs::path& path) { return FromUtf16(ToUnits(path.na
 
 namespace {
 
-// Calls `visit` with the folder, which ends in a separator, and with each of its entries. False when it is missing or
-// cannot be listed.
+// Calls `visit` with the folder, which ends in a separator, and with each of its entries.
 template <typename Visit>
-bool VisitEntries(const fs::path& path, Visit visit) {
+DWORD VisitEntries(const fs::path& path, Visit visit) {
   std::wstring folder = ToSystem(path);
   if (!folder.ends_with(L'\\')) folder += L'\\';
   WIN32_FIND_DATAW entry = {};
@@ -152,11 +151,11 @@ bool VisitEntries(const fs::path& path, Visit visit) {
       (folder + L'*').c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
   if (find.get() == INVALID_HANDLE_VALUE) {
     // The root folder of an empty drive has no entries, not even those for itself.
-    return GetLastError() == ERROR_FILE_NOT_FOUND;
+    return GetLastError() == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : GetLastError();
   }
   do visit(folder, entry);
   while (FindNextFileW(find.get(), &entry) != 0);
-  return GetLastError() == ERROR_NO_MORE_FILES;
+  return GetLastError() == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : GetLastError();
 }
 
 }  // namespace
@@ -168,13 +167,12 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsP
     auto name = FromUtf16Exactly(ToUnits(entry.cFileName));
     if (name && IsListed(folder, entry, hidden)) names.push_back(*std::move(name));
   };
-  if (!path || !VisitEntries(*path, add)) return std::nullopt;
+  if (!path || VisitEntries(*path, add) != ERROR_SUCCESS) return std::nullopt;
   std::ranges::sort(names, ComesBefore);
   return names;
 }
 
-std::optional<std::vector<FolderEntry>> ListFolder(const fs::path& path) {
-  std::vector<FolderEntry> entries;
+std::error_code ListFolder(const fs::path& path, std::vector<FolderEntry>& entries) {
   const auto add = [&entries](const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
     const std::wstring_view name = entry.cFileName;
     auto text = FromUtf16Exactly(ToUnits(name));
@@ -183,7 +181,7 @@ std::optional<std::vector<FolderEntry>> ListFolder(const fs::path& path) {
                        (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
                        (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
   };
-  return VisitEntries(path, add) ? std::optional(std::move(entries)) : std::nullopt;
+  return {static_cast<int>(VisitEntries(path, add)), std::system_category()};
 }
 
 std::optional<fs::path> WithoutLinks(const fs::path& path) {

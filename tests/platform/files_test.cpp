@@ -65,6 +65,8 @@ TEST_F(Files, WhatIsNotReadOrReplacedIsSaid) {
     EXPECT_EQ(Replace(path, "new"), replacing) << path;
     EXPECT_TRUE(replacing || ReadFile(path) == "new") << path;
   }
+  EXPECT_EQ(platform::ReplaceFile(folder_ / "missing", "newer", {file_, true}), std::errc::file_exists);
+  EXPECT_EQ(ReadFile(folder_ / "missing"), "new");
   EXPECT_EQ(ReadFile(file_), "old");
 }
 
