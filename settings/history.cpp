@@ -22,6 +22,7 @@ History::History(const fs::path& settingsFile)
   std::vector<platform::FolderEntry> entries;
   unlisted_ = platform::ListFolder(folder_, entries);
   if (unlisted_ == std::errc::no_such_file_or_directory) unlisted_.clear();
+  if (!folder_.is_absolute()) unlisted_ = platform::FileRefusal::FolderUnknown;
   for (const auto& entry : entries) {
     if (const auto step = StepOf(entry.name); step && !unlisted_) steps_.push_back(*step);
   }

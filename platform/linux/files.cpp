@@ -149,7 +149,7 @@ std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, 
 // A second name where the disk has such a thing and the file is about to lose its first, a copy otherwise.
 enum class Way : std::uint8_t { Link, Copy };
 std::error_code Keep(const OldFile& oldFile, const fs::path& path, const struct stat* old, Way way) {
-  if (oldFile.keptAs.empty()) return {};
+  if (!oldFile.keptAs.is_absolute()) return {};
   std::error_code failure;
   struct stat another = {};
   if (mkdir(oldFile.keptAs.parent_path().c_str(), 0777) != 0 && errno != EEXIST) failure = LastError();
@@ -164,7 +164,7 @@ std::error_code Keep(const OldFile& oldFile, const fs::path& path, const struct 
 }
 
 void Unkeep(const OldFile& oldFile) {
-  if (!oldFile.keptAs.empty()) unlink(oldFile.keptAs.c_str());
+  if (oldFile.keptAs.is_absolute()) unlink(oldFile.keptAs.c_str());
 }
 
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
@@ -266,7 +266,7 @@ std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t m
 }
 
 std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const OldFile& oldFile) {
-  if (!path.is_absolute()) return FileRefusal::FolderUnknown;
+  if (!path.is_absolute() || (oldFile.mustBeKept && !oldFile.keptAs.is_absolute())) return FileRefusal::FolderUnknown;
   fs::path target = path;
   if (const auto failure = Find(target)) return failure;
   struct stat old = {};

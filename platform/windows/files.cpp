@@ -89,6 +89,17 @@ class File {
     return ERROR_SUCCESS;
   }
 
+  // To the end, wherever it is, but no further than a little over `most` bytes.
+  DWORD ReadAll(std::string& bytes, std::size_t most) const {
+    constexpr DWORD kAtOnce = 64 * 1024;
+    DWORD failure = ERROR_SUCCESS;
+    for (std::size_t before = 1; failure == ERROR_SUCCESS && bytes.size() != before && bytes.size() <= most;) {
+      before = bytes.size();
+      failure = Read(bytes, kAtOnce);
+    }
+    return failure;
+  }
+
   DWORD Write(std::string_view bytes) const {
     while (!bytes.empty()) {
       DWORD count = 0;
@@ -197,7 +208,7 @@ DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, const 
 // A second name where the disk has such a thing and the file is about to lose its first, a copy otherwise.
 enum class Way : std::uint8_t { Link, Copy };
 DWORD Keep(const OldFile& oldFile, const std::wstring& path, const Traits& old, Way way) {
-  if (oldFile.keptAs.empty()) return ERROR_SUCCESS;
+  if (!oldFile.keptAs.is_absolute()) return ERROR_SUCCESS;
   const std::wstring keptAs = ToSystem(oldFile.keptAs);
   const bool isThere = old.attributes != INVALID_FILE_ATTRIBUTES;
   DWORD failure = ResultOf(CreateDirectoryW(ToSystem(oldFile.keptAs.parent_path()).c_str(), nullptr));
@@ -208,13 +219,16 @@ DWORD Keep(const OldFile& oldFile, const std::wstring& path, const Traits& old, 
                         CreateHardLinkW(keptAs.c_str(), path.c_str(), nullptr) != 0;
   if (isLinked) return ERROR_SUCCESS;
   std::string bytes;
-  if (failure == ERROR_SUCCESS && isThere && ReadFile(path, bytes)) failure = ERROR_READ_FAULT;
+  if (failure == ERROR_SUCCESS && isThere) {
+    const File file(path, GENERIC_READ, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
+    failure = file.IsOpen() ? file.ReadAll(bytes, kMostBytes) : file.OpenFailure();
+  }
   if (failure == ERROR_SUCCESS) failure = ReplaceByRenaming(keptAs, bytes, old, {});
   return oldFile.mustBeKept ? failure : ERROR_SUCCESS;
 }
 
 void Unkeep(const OldFile& oldFile) {
-  if (!oldFile.keptAs.empty()) DeleteFileW(ToSystem(oldFile.keptAs).c_str());
+  if (oldFile.keptAs.is_absolute()) DeleteFileW(ToSystem(oldFile.keptAs).c_str());
 }
 
 // Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
@@ -285,18 +299,13 @@ ToolLock LockTool() {
 }
 
 std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
-  constexpr DWORD kAtOnce = 64 * 1024;
   bytes.clear();
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // which opens folders, too
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   BY_HANDLE_FILE_INFORMATION information = {};
   if (const auto failure = CheckIsFile(file, information)) return failure;
-  DWORD failure = ERROR_SUCCESS;
-  for (std::size_t before = 1; failure == ERROR_SUCCESS && bytes.size() != before && bytes.size() <= most;) {
-    before = bytes.size();
-    failure = file.Read(bytes, kAtOnce);
-  }
+  const DWORD failure = file.ReadAll(bytes, most);
   if (failure != ERROR_SUCCESS) bytes.clear();
   if (bytes.size() <= most) return ToError(failure);
   bytes.resize(most);
@@ -305,7 +314,7 @@ std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t m
 
 // A link that leads to a file that is not there yet is not followed: the file is reported as missing.
 std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const OldFile& oldFile) {
-  if (!path.is_absolute()) return FileRefusal::FolderUnknown;
+  if (!path.is_absolute() || (oldFile.mustBeKept && !oldFile.keptAs.is_absolute())) return FileRefusal::FolderUnknown;
   std::wstring target = ToSystem(AsSpelledOnDisk(path));
   if (IsDevice(target)) return FileRefusal::NotOrdinary;
   const DWORD attributes = GetFileAttributesW(target.c_str());
