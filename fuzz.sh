@@ -1,14 +1,13 @@
 #!/usr/bin/env bash
 # Runs every fuzz target under the address and undefined-behaviour sanitizers, one after the other, for so many seconds
 # each: 60, or as many as the first argument says. What they find stops it, and stays in build/fuzz.
+arguments='[1-9][0-9]*'
 set -euo pipefail
 source "$(dirname "$0")/scripts/common.sh"
 
 seconds=${1:-60}
-[[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "\"$seconds\" is no number of seconds."
 install_missing "${build_packages[@]}" clang libclang-rt-dev
-[[ -f build/fuzz/build.ninja ]] || cmake --preset fuzz
-cmake --build --preset fuzz
+build fuzz
 for target in profile registry; do
   say "Fuzzing: $target."
   mkdir -p "build/fuzz/found/$target"

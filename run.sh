@@ -3,6 +3,7 @@
 # shows by itself what it does: the clicks one by one, and pictures of the windows in build/pictures/.
 set -euo pipefail
 source "$(dirname "$0")/scripts/common.sh"
+source scripts/licences.sh
 
 desktop_packages=()
 [[ -z ${WAYLAND_DISPLAY:-} ]] || desktop_packages=(qt6-wayland)
@@ -12,11 +13,17 @@ build release
 
 say "Laying out the portable folder build/gantrel/."
 cmake --install build/release --prefix build/gantrel >/dev/null
+# On systems without Debian's packages, the terms stay with the system's own.
+if command -v dpkg-query >/dev/null; then
+  put_licences release build/gantrel
+  put_common_licences build/gantrel
+fi
 
 put_sample_game build/sample-game
 
 if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
   say "Opening Gantrel. To try it without the game, click on \"+\" and pick $PWD/build/sample-game/W40k.exe."
+  unlock_folder
   exec build/gantrel/gantrel
 fi
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Checks that every source file is formatted as .clang-format says. With --fix, formats them.
+arguments=--fix
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 

@@ -6,7 +6,7 @@ windows_build_packages=(g++-mingw-w64-x86-64 xz-utils)
 # beside this one. Fails when there is none.
 windows_qt_archive() {
   local archive
-  for archive in ${GANTREL_WINDOWS_QT_ARCHIVE:-} build/windows-qt-*-mingw64.tar.xz ../*/windows-qt/windows-qt-*-mingw64.tar.xz; do
+  for archive in "${GANTREL_WINDOWS_QT_ARCHIVE:-}" build/windows-qt-*-mingw64.tar.xz ../*/windows-qt/windows-qt-*-mingw64.tar.xz; do
     [[ -f $archive ]] && echo "$archive" && return
   done
   return 1
@@ -21,10 +21,12 @@ require_windows_qt() {
 
 # Puts it into build/windows-qt.
 unpack_windows_qt() {
+  lock_folder
   [[ ! -d build/windows-qt ]] || return 0
   local archive
   archive=$(windows_qt_archive)
   say "Unpacking $archive."
+  rm -rf build/windows-qt.new
   mkdir -p build/windows-qt.new
   tar --extract --xz --file "$archive" --strip-components=1 --directory build/windows-qt.new
   mv build/windows-qt.new build/windows-qt

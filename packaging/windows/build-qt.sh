@@ -10,10 +10,13 @@ install_missing "${build_packages[@]}" "${windows_build_packages[@]}" dpkg-dev p
 package_version=$(dpkg-query --show --showformat='${source:Version}' qt6-base-dev)
 version=${package_version%%[+-]*}
 work=$PWD/build/windows-qt-work
+lock_folder
 mkdir -p "$work"
 
 if [[ ! -d $work/source ]]; then
   say "Fetching the source of qt6-base $package_version."
+  # Where an earlier run was interrupted, half of it is there, and apt would take it for the whole.
+  rm -rf "$work"/qt6-base*
   # From where the packages come, with lists of our own, so that the machine's stay as they are.
   mkdir -p "$work"/lists/partial
   apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |

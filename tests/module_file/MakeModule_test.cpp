@@ -51,4 +51,16 @@ TEST(ModuleWriter, AFailureIsSaid) {
              "Q:" + game.substr(2) + "Ulvane.module could not be written: No such device.");
 }
 
+TEST(ModuleWriter, AStartPutsTemplatesThatAreMissingAndReplacesNone) {
+  ResetWithFourMods();
+  const fs::path own = ExecutableFolder();
+  for (const char* const name : {"Make.ini", "HEADER"}) WriteFile(own / "templates" / name, "shipped");
+  for (const char* const name : {"Make.ini", "FOOTER"}) fs::remove(own / name);
+  WriteFile(own / "HEADER", "edited");
+  EXPECT_FALSE(Use({}));
+  EXPECT_EQ(ReadFile(own / "Make.ini"), "shipped");
+  EXPECT_EQ(ReadFile(own / "HEADER"), "edited");
+  EXPECT_FALSE(fs::exists(own / "FOOTER")) << "where there is none to put";
+}
+
 }  // namespace
