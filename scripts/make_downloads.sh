@@ -9,8 +9,10 @@ source scripts/windows_qt.sh
 
 version=$(sed -n 's/^project(gantrel VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 libraries=/usr/lib/x86_64-linux-gnu
-plugins=(platforms/libq{xcb,wayland-generic} wayland-shell-integration/libxdg-shell wayland-decoration-client/libbradient
-  platforminputcontexts/libcomposeplatforminputcontextplugin)
+# X11 with its accented letters, and Wayland with window frames, which Qt draws only where it could use EGL too.
+plugins=(platforms/libq{xcb,wayland-generic} platforminputcontexts/libcomposeplatforminputcontextplugin
+  wayland-shell-integration/libxdg-shell wayland-decoration-client/libbradient
+  wayland-graphics-integration-client/libqt-plugin-wayland-egl)
 
 # Builds a preset and lays it out in the new folder build/packages/gantrel.
 lay_out() {

@@ -11,7 +11,7 @@ source scripts/debian.sh
 # What packaging/linux/system-libraries.txt lists comes with these, in every release.
 declare -A desktop_packages=(
   [x11]='libx11-6 libx11-xcb1 libsm6 libice6 libegl1 libglx0 libdbus-1-3 libfontconfig1 libharfbuzz0b libstdc++6 xkb-data'
-  [wayland]='libwayland-client0 libwayland-cursor0'
+  [wayland]='libwayland-client0 libwayland-cursor0 libwayland-egl1'
 )
 lock_folder
 install_missing xvfb openbox weston xdotool imagemagick
@@ -71,6 +71,7 @@ try_on() {
     XDG_RUNTIME_DIR=$runtime display weston --backend=x11-backend.so --use-pixman --no-config --idle-time=0 --width=1200 \
       --height=900 --socket=wayland-gantrel >"$pictures/$release-weston.txt" 2>&1 & started+=($!)
     until [[ -S $runtime/wayland-gantrel ]]; do sleep 0.2; done
+    display xdotool search --sync --name Weston windowfocus
   fi
   sleep 2
   local before
