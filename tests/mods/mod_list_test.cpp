@@ -64,7 +64,8 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
 }
 
 TEST(ModList, ListsModsByTheirNumbers) {
-  const Module1::Settings settings(Settings(4, {{"a", "2", {"there", "gone"}}, {"b", "x"}, {"c", "-1", {"there"}, {"gone"}}}));
+  const Module1::Settings settings(
+      Settings(4, {{"a", "2", {"there", "gone"}}, {"b", "x"}, {"c", "-1", {"there"}, {"gone"}}}));
   const ModLists lists = ListMods(settings, kGame, [](std::string_view folder) { return folder == "gone"; });
   EXPECT_EQ(lists.active.names, (Names{"a", "c"}));
   EXPECT_EQ(lists.active.lacksFolder, (std::vector<bool>{true, false}));
