@@ -1,4 +1,4 @@
 #pragma once
 
-// The whole program. Returns its exit code.
+// Runs the program; returns its exit code.
 int RunTool(int argumentCount, char** arguments);

@@ -10,8 +10,8 @@
 
 class frmMain;
 
-// The dialog in which the user keeps the list of game installations. It writes every change at once, and never closes
-// itself: it only tells that it is done, and the main window, which waits for that, closes it.
+// The dialog for the list of game installations. Writes every change at once. Never closes itself: it only reports that
+// the user is done, and the main window closes it.
 class frmDoWSetup {
  public:
   // The main window outlives the dialog.
@@ -20,11 +20,11 @@ class frmDoWSetup {
   void ShowInFrontOf(const platform::Window& mainWindow) const;
   void Close() const;
 
-  // Fills the list; where no game was ever registered, registers the editions that the registry knows. That takes a
+  // Fills the list; if no game was ever registered, first registers the editions found in the registry. That takes a
   // moment, so the dialog is shown before.
   void Form_Load();
 
-  // Whether the user is done: has clicked OK, or asked to close the dialog.
+  // Whether the user has clicked OK or asked to close the dialog.
   bool DoneYet() const;
 
  private:

@@ -13,12 +13,12 @@
 
 class frmNew;
 
-// The main window: the game selector, the selected game's available and active mods, and the commands on them. The game
-// is the selector's text and the lists are a view of the settings file, read again at every use.
+// The main window: game selector, lists of available and active mods, and their commands. The selector's text is the
+// selected game; the lists are a view of the settings file, which is read for every use.
 //
-// A command reads its controls, opens the settings, lets a rule (mods/mod_list.h and its likes) change them, saves,
-// refills the lists, and only then talks to the user. Each operation is defined in the folder of its subject: here, in
-// module_file/ or in installations/.
+// A command reads the controls, opens the settings, calls a rule (such as in mods/mod_list.h), saves, refills the
+// lists, and only then shows messages. Operations are defined in the folder of their subject: mods/, module_file/ or
+// installations/.
 class frmMain {
  public:
   frmMain();
@@ -26,36 +26,36 @@ class frmMain {
   frmMain(const frmMain&) = delete;
   frmMain& operator=(const frmMain&) = delete;
 
-  // Sets the games up when none were counted yet, and fills the window. Call once, before Show.
+  // Runs the setup if no games were counted yet, and fills the window. Call once, before Show.
   void Form_Load();
   void Show() const;
 
-  // Refills the game selector and selects its first entry. The mod lists keep their contents.
+  // Refills the game selector and selects its first entry. Leaves the mod lists alone.
   void RefreshGames();
   void RefreshGames(const Module1::Settings& settings);
 
-  // Refills both mod lists, with no entry selected, and enables the buttons that have something to act on. What keeps
-  // the settings from being read is shown in the place of entries.
+  // Refills both mod lists, clears the selection, and enables the buttons that have something to act on. If the
+  // settings cannot be read, the lists show the reason instead of entries.
   void ListMods();
   void ListMods(const Module1::Settings& settings);
 
   std::string SelectedGame() const;
 
-  // The selected game's install folder, a Windows path; empty when the game is not registered.
+  // The selected game's install folder, a Windows path; empty if the game is not registered.
   std::string GetBPath() const;
 
-  // Writes the module file of a game, or of the selected one, and returns what kept it from that. The caller has the
-  // lock, so that the file belongs to the settings that are there.
+  // Writes the module file of this or the selected game; returns why it failed. The caller holds the lock, so that the
+  // file matches the saved settings.
   static std::optional<Message> MakeModule(const Module1::Change& settings, const std::string& game);
   std::optional<Message> MakeModule(const Module1::Change& settings) const {
     return MakeModule(settings, SelectedGame());
   }
 
-  // What the tooltip of a game says: its folder and its module file, a line each; nothing when it is not registered.
+  // A game's tooltip: its folder and its module file, one per line; empty if it is not registered.
   static std::string GameDetails(const Module1::Settings& settings, std::string_view game);
 
-  // A registry value as text. Empty when there is none, it takes more than 1023 characters, or it is neither text nor
-  // a 32-bit number; environment references stay as they are.
+  // A registry value as text. Empty if missing, longer than 1023 characters, or neither text nor a 32-bit number.
+  // Environment references are not expanded.
   static std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef);
 
  private:
@@ -100,6 +100,6 @@ class frmMain {
   platform::Button cmdNewMod;
   platform::Button cmdDeleteMod;
   platform::Button cmdGoToGames;
-  std::string listedGame_;     // whose mods the lists show; another one than the selected until they are refilled
+  std::string listedGame_;     // the game whose mods are listed; differs from the selected one until ListMods
   std::list<frmNew> newMods_;  // the open dialogs for new and edited mods
 };

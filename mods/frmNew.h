@@ -11,21 +11,21 @@
 
 class frmMain;
 
-// The dialog that registers a new mod, or edits one: its name, and its data folders from those of the game that was
-// selected when the dialog opened. Any number may be open at once. Confirming writes a new mod to the game that is
-// selected then, and an edited one to its own.
+// The dialog that registers a new mod or edits one: its name and its data folders, chosen from those of the game that
+// was selected when the dialog opened. Several may be open at once. OK writes a new mod to the game selected at that
+// time, an edited mod to its own game.
 class frmNew {
  public:
-  // Offers the folders immediately below `baseFolder`, a Windows path. The main window outlives the dialog.
+  // Offers the folders directly below `baseFolder`, a Windows path. The main window outlives the dialog.
   frmNew(frmMain& mainWindow, const std::string& baseFolder);
 
-  // Fills the dialog with a mod of the selected game, to be edited. Its own folders come first, selected and in their
-  // order, with a mark where they are missing. False when it is not registered.
+  // Fills the dialog with a mod of the selected game for editing. Its own folders come first, in order and selected,
+  // marked if missing. False if the mod is not registered.
   bool Edit(const Module1::Settings& settings, const std::string& mod);
 
   void Show() const;
 
-  // Called once the dialog has closed, whichever way; it may be destroyed in it.
+  // Called after the dialog has closed in any way; the handler may destroy it.
   void OnClosed(std::function<void()> handler) const;
 
  private:

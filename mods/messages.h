@@ -7,15 +7,15 @@
 #include "platform/dialogs.h"
 #include "settings/file_failure.h"
 
-// What a command tells the user, in one place. It is shown when the command's change has ended: a message waits for the
-// user, and a change locks others out.
+// All messages of the commands. Show one only after the command's change has ended: it waits for the user, and a change
+// locks others out.
 struct Message {
   std::string text;
-  std::string outcome = {};  // what that means for the user's data
+  std::string outcome = {};  // the effect on the user's data
   platform::Icon icon = platform::Icon::Critical;
 };
 
-// What came of a change: one that was saved may still have something to tell.
+// The result of a change. Even a saved change may have a message.
 struct Outcome {
   bool isSaved = true;
   std::optional<Message> message = {};
@@ -29,14 +29,14 @@ Message NameIsTaken();
 Message ModIsGone(const std::string& mod);
 Message NotOpened(const std::string& folder);
 
-// Of a failure; nothing when there is none.
+// For a failure; nothing without one.
 std::optional<Message> Failed(const std::optional<FileFailure>& failure);
-std::optional<Message> NotMade(const std::optional<FileFailure>& failure);  // of the module file
+std::optional<Message> NotMade(const std::optional<FileFailure>& failure);  // for the module file
 
-// "12 of 400 mods were activated." for `all` that stopped in the middle.
+// "12 of 400 mods were activated.", when `all` stopped part way.
 std::string HowFar(int done, int all, bool isActivated);
 
-// Shows it under the command's title; nothing when there is none.
+// Shows it under the command's title, if there is one.
 void Show(std::string_view title, const std::optional<Message>& message);
 
 }  // namespace messages

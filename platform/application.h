@@ -10,8 +10,8 @@ namespace platform {
 
 struct Running;
 
-// The connection to the desktop; one for the whole run, made before any window. Windows find their layouts here by
-// name. Without a display, or when the display goes, the program ends with a line on the error output and EXIT_FAILURE.
+// The connection to the desktop. Create one for the whole run, before any window. Windows find their layouts here by
+// name. Without a display, or when it disconnects, the program ends with a line on stderr and EXIT_FAILURE.
 class Application {
  public:
   Application(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments);
@@ -19,16 +19,16 @@ class Application {
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  // Runs until no window is open any more, or the program was asked to quit (a signal, the end of the desktop's
-  // session), also when that was before. Returns the exit code.
+  // Runs until no window is open or the program is asked to quit (by a signal or the end of the desktop session), even
+  // if that came before the call. Returns the exit code.
   static int Run();
 
  private:
   std::unique_ptr<Running> running_;
 };
 
-// While one lives, the pointer says that the program is busy. For commands that may take longer than a moment; it must
-// not live while the user is asked something.
+// Shows the busy pointer while it lives. For commands that may take more than a moment; must not live while a dialog
+// waits for the user.
 class BusyPointer {
  public:
   BusyPointer();
@@ -37,16 +37,16 @@ class BusyPointer {
   BusyPointer& operator=(const BusyPointer&) = delete;
 };
 
-// Lets what is pending happen, once: painting, timers, messages of the desktop. Clicks and keys wait until the running
-// command has ended, so no command starts in the middle of another.
+// Processes pending events once: painting, timers, desktop messages. Clicks and keys stay queued until the running
+// command returns, so commands never nest.
 void DoEvents();
 
-// Lets events run until `isDone`, sleeping between them; it is asked after each. Clicks and keys are among the events.
-// Ends as well when the program is asked to quit.
+// Processes events, clicks and keys included, until `isDone` returns true; checks it after each event and sleeps in
+// between. Also returns when the program is asked to quit.
 void WaitUntil(const std::function<bool()>& isDone);
 
-// A descriptor that becomes readable when the system asks the program to end, by a signal for one; -1 where it tells
-// the windows instead. Call once, before any thread is started.
+// A descriptor that becomes readable on a quit request (such as a signal); -1 on systems that ask the windows instead.
+// Call once, before any thread starts.
 int QuitRequestDescriptor();
 
 }  // namespace platform

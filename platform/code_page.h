@@ -16,17 +16,17 @@ std::string FromUtf16(std::u16string_view wide);
 // Nothing when the code page lacks one of the characters.
 std::optional<std::string> FromUtf16Exactly(std::u16string_view wide);
 
-// The one form that stands for all letter cases of a character.
+// The same result for all letter cases of a character.
 char FoldCaseBeyondAscii(char character);
 inline char FoldCase(char character) {
   if (character >= 'a' && character <= 'z') return static_cast<char>(character - 0x20);
   return static_cast<unsigned char>(character) < 0x80 ? character : FoldCaseBeyondAscii(character);
 }
 
-// Whether two names are the same without regard to letter case.
+// Whether two names are equal, ignoring letter case.
 bool SameName(std::string_view left, std::string_view right);
 
-// The order of names in lists: without regard to letter case, and by their bytes where nothing else tells them apart.
+// The sort order of names in lists: ignores letter case; names that differ only in case are ordered by bytes.
 bool ComesBefore(std::string_view left, std::string_view right);
 
 }  // namespace platform

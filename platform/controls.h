@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-// Handles of the controls on a window, given out by Window and valid as long as it is. Copying one is free. Positions
-// count from 0. Changing a control from here raises none of its events.
+// Handles to a window's controls. Window hands them out, and they are valid as long as it lives. Cheap to copy.
+// Positions count from 0. Changing a control from code raises none of its events.
 namespace platform {
 
 constexpr int kNoSelection = -1;
@@ -20,10 +20,10 @@ class Button {
  public:
   explicit Button(NativeButton& native) : native_(&native) {}
 
-  // A button with the focus hands it, when it is disabled, to the list that its layout names: to no other command.
+  // Disabling a button that has the focus moves the focus to the list named in its layout, never to another command.
   void SetEnabled(bool isEnabled) const;
 
-  // What the user presses while the handler runs, outside of the dialogs that it shows, is dropped.
+  // User input while the handler runs is dropped, except in dialogs that the handler shows.
   void OnClick(std::function<void()> handler) const;
 
   void TakeFocus() const;
@@ -32,7 +32,7 @@ class Button {
   NativeButton* native_;
 };
 
-// A choice among its entries, without typing.
+// A selector without text entry.
 class DropDownList {
  public:
   explicit DropDownList(NativeDropDownList& native) : native_(&native) {}
@@ -40,59 +40,59 @@ class DropDownList {
   void Add(std::string_view entry) const;  // may select the first entry at once
   int Count() const;
   void Select(int position) const;
-  std::string Text() const;  // of the selected entry; empty when there is none
+  std::string Text() const;  // of the selected entry; empty without a selection
   void TakeFocus() const;
 
-  // Called when the keyboard focus leaves the list for another control of its window, before that control acts on the
-  // click that took the focus. Not called when the list's entries are shown, nor when the window as a whole loses the
-  // focus or is disabled.
+  // Called when the keyboard focus moves from the list to another control of its window, before that control handles
+  // the click that took the focus. Not called when the list drops down, or when the whole window loses the focus or is
+  // disabled.
   void OnValidate(std::function<void()> handler) const;
 
-  // Asked for the tooltip each time that it is shown; none where the text is empty.
+  // Called each time the tooltip is about to show; an empty text shows none.
   void OnToolTip(std::function<std::string()> handler) const;
 
  private:
   NativeDropDownList* native_;
 };
 
-// Of one with single selection, the selected entry is asked for; of one with multiple selection, the selected entries.
-// Typing into one with single selection finds entries (platform/find_name.h).
+// Use Selected and Text with single selection, SelectedTexts with multiple selection. In a single-selection list,
+// typing finds entries (platform/find_name.h).
 class ListBox {
  public:
   explicit ListBox(NativeListBox& native) : native_(&native) {}
 
-  // Puts the entries in the place of those that are there, and selects none. The list stays scrolled to where it was,
-  // and an arrow key goes on from where it was, unless the first and the last entry are other ones.
+  // Replaces all entries and clears the selection. If the first and last entry stay the same, the list keeps its scroll
+  // position and the row from which an arrow key continues.
   void Fill(const std::vector<std::string>& entries) const;
   int Count() const;
-  void SetMarks(std::vector<bool> marks) const;    // a warning sign for each entry so marked, until the next Fill
-  void Select(int position) const;                 // kNoSelection, or a position that is not there, selects none
-  void SelectFirst(int number) const;              // of one with multiple selection, as many entries from the top
-  int Selected() const;                            // kNoSelection when none is
-  std::string Text() const;                        // of the selected entry; empty when none is
-  std::string Text(int position) const;            // empty when there is no such position
+  void SetMarks(std::vector<bool> marks) const;    // true: a warning sign on this entry, until the next Fill
+  void Select(int position) const;                 // kNoSelection or an invalid position clears the selection
+  void SelectFirst(int number) const;              // with multiple selection: this many entries from the top
+  int Selected() const;                            // kNoSelection if none
+  std::string Text() const;                        // of the selected entry; empty if none
+  std::string Text(int position) const;            // empty for an invalid position
   std::vector<std::string> Texts() const;          // from the top
   std::vector<std::string> SelectedTexts() const;  // from the top
   bool HasFocus() const;
 
-  // Asked for the tooltip of the entry at a position each time that it is shown; none where the text is empty. An entry
-  // whose text is cut has that above it.
+  // Called with an entry's position each time its tooltip is about to show; an empty text shows none. If the entry's
+  // text is cut, the tooltip starts with the full text.
   void OnToolTip(std::function<std::string(int position)> handler) const;
 
-  // Called when the user has dragged the entry at `from` to the position `to`. Without it, none can be dragged.
+  // Called when the user has dragged the entry at `from` to `to`. Without a handler, entries cannot be dragged.
   void OnMove(std::function<void(int from, int to)> handler) const;
 
-  // Greyed text in the place of the entries while there are none; no entry itself.
+  // Grey text shown while the list has no entries.
   void SetEmptyText(std::string_view text) const;
 
-  // Paints what has changed before the command ends. Lets no event in.
+  // Repaints now, before the command ends. Processes no other events.
   void Repaint() const;
 
  private:
   NativeListBox* native_;
 };
 
-// Takes no character that the code page lacks, and says so beside it.
+// Rejects characters that the code page lacks, with a hint next to the box.
 class TextBox {
  public:
   explicit TextBox(NativeTextBox& native) : native_(&native) {}

@@ -5,8 +5,8 @@
 #include <span>
 #include <string_view>
 
-// A window's layout as data: what start-up hands to the platform, and the platform builds windows from. Positions and
-// sizes are in twips; 15 twips are one device-independent pixel. Text is in the code page.
+// A window's layout as data. Start-up passes the layouts to the platform, which builds the windows. Positions and sizes
+// are in twips; 15 twips are one device-independent pixel. Text is in the code page.
 namespace platform {
 
 enum class ControlKind : std::uint8_t {
@@ -16,13 +16,13 @@ enum class ControlKind : std::uint8_t {
   Frame,  // decorative, behind the other controls
   Button,
   DropDownList,
-  ListBox,       // one entry selected at most
+  ListBox,       // at most one entry selected
   MultiListBox,  // any number of entries selected
   TextBox,
 };
 
 struct FontLayout {
-  std::string_view family;  // a like-looking one is used where the system lacks it
+  std::string_view family;  // a similar font is used if the system lacks it
   double points = 0;
   bool isBold = false;
 };
@@ -38,11 +38,11 @@ constexpr int kNoTabStop = -1;
 
 enum class Initially : std::uint8_t { Enabled, Disabled };
 
-// Where an entry that does not fit is cut, with "…" in that place.
+// Where an entry that does not fit is cut and gets its "…".
 enum class Cutting : std::uint8_t { AtTheEnd, InTheMiddle };
 
-// Enter clicks the button that has the focus, or else the window's default button. In a window with a default button,
-// Escape clicks the cancel button, or asks the window to close where there is none.
+// Enter clicks the focused button, or else the default button. In a window with a default button, Escape clicks the
+// cancel button, or asks the window to close if there is none.
 enum class ButtonRole : std::uint8_t { Plain, Default, Cancel };
 
 struct ControlLayout {
@@ -51,28 +51,27 @@ struct ControlLayout {
   std::string_view caption = {};
   Place place = {};
   int tabOrder = kNoTabStop;
-  FontLayout font = {};  // the window's, where no family is named
+  FontLayout font = {};  // the window's if no family is named
   std::string_view tooltip = {};
   Initially initially = Initially::Enabled;
   ButtonRole role = ButtonRole::Plain;
-  std::string_view label = {};           // whose caption names the control for screen readers
-  std::string_view accessibleName = {};  // the same where no label does; the tooltip or the caption, where it is empty
+  std::string_view label = {};           // the label whose caption is this control's accessible name
+  std::string_view accessibleName = {};  // without a label; if empty, the tooltip or the caption
   Cutting cutting = Cutting::AtTheEnd;   // of a list's entries
-  std::string_view focusFallback = {};   // a button's: the list that takes the focus from it when it is disabled
+  std::string_view focusFallback = {};   // a button's: the list that takes the focus when the button is disabled
 };
 
 enum class ActsOn : std::uint8_t { Window, SelectedEntry };
 
-// A command of a window. Its menus, its keys and the actions that screen readers offer are made from these.
+// A command of a window. Its menu entry, key and screen-reader action are made from this.
 struct CommandLayout {
   std::string_view caption;
-  std::string_view key = {};     // as "Alt+Up"; "Enter" is a double click in a list as well
-  std::string_view button = {};  // that it clicks while it is enabled; a command without one has a handler of its own
-  std::string_view control =
-      {};  // in whose menu it is, and that must have the focus for the key; any, where it is empty
+  std::string_view key = {};      // like "Alt+Up"; in a list, "Enter" also means double click
+  std::string_view button = {};   // the button it clicks if enabled; without one, the command has its own handler
+  std::string_view control = {};  // has it in its menu and needs the focus for its key; empty: any
   ActsOn actsOn = ActsOn::Window;
-  bool repeats = false;      // while the key is held down, at the keyboard's rate; otherwise it acts once
-  bool startsGroup = false;  // a line above it in the menu
+  bool repeats = false;      // while the key is held down, at the keyboard's repeat rate
+  bool startsGroup = false;  // draws a line above it in the menu
 };
 
 struct Colour {
@@ -89,12 +88,12 @@ struct Colours {
 struct WindowLayout {
   std::string_view name;
   std::string_view caption;
-  int width = 0;  // of the area inside the frame; windows keep their size
+  int width = 0;  // of the client area; windows have a fixed size
   int height = 0;
   FontLayout font = {};
   std::span<const ControlLayout> controls = {};
-  std::optional<Colours> colours = {};  // the desktop's own, where there are none
-  std::string_view firstFocus = {};     // the first in the tab order, where it is empty
+  std::optional<Colours> colours = {};  // the desktop's if none
+  std::string_view firstFocus = {};     // if empty, the first in tab order
   std::span<const CommandLayout> commands = {};
 };
 

@@ -10,16 +10,17 @@
 
 namespace platform {
 
-// The files in a folder and in all below it, hidden ones included.
+// The files in a folder and all its subfolders, hidden files included.
 struct FileListing {
-  std::vector<std::string> files;  // their paths below it, with backslashes; without those the code page cannot spell
-  bool isMissing = false;          // there is no such folder
-  bool hasUnread = false;          // a folder could not be listed
-  bool hasLinksOut = false;        // a link to a folder out of `within` was not followed
-  bool isCut = false;              // there are more files and folders than were asked for
+  std::vector<std::string>
+      files;                 // paths below the folder, with backslashes; names that the code page lacks are left out
+  bool isMissing = false;    // there is no such folder
+  bool hasUnread = false;    // a folder could not be listed
+  bool hasLinksOut = false;  // a link to a folder outside `within` was not followed
+  bool isCut = false;        // there are more entries than `most`
 };
 
-// `folder` and `within` are Windows paths. Looks at no more than `most` files and folders.
+// `folder` and `within` are Windows paths. Reads at most `most` files and folders.
 FileListing ListFiles(std::string_view folder, std::string_view within, std::size_t most);
 
 // One folder, without those whose name the code page cannot spell; and a path with all its links followed.

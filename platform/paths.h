@@ -7,39 +7,37 @@
 #include <string_view>
 #include <vector>
 
-// Two kinds of path, told apart by their types.
+// Two kinds of path, distinguished by type.
 //
-// The settings, the registry and the game's own files speak Windows paths, `C:\Games\DoW\`, on every system: plain
-// text in the code page. What the system's own functions take is a std::filesystem::path, which holds names that the
-// code page cannot spell as well.
+// The settings, the registry and the game's files use Windows paths, `C:\Games\DoW\`, on every system: plain text in
+// the code page. System functions take std::filesystem::path, which can also hold names that the code page lacks.
 namespace platform {
 
-// A file beside the running executable. The folder is asked for at every call. `name` is text in the code page, with
-// separators in either direction; it need not exist. Where the system does not tell the folder, the path is not
-// absolute, and no function reads or replaces it.
+// A file beside the running executable. Looks up the folder at every call. `name` is text in the code page with either
+// separator; it need not exist. If the folder is unknown, the path is not absolute, and no function reads or replaces
+// it.
 std::filesystem::path BesideExecutable(std::string_view name);
 
-// Where a Windows path leads on this system; nothing when it names no drive that there is. A path that begins with a
-// slash is taken as the system's own. Touches no file but the links that say where the drives are.
+// The system path of a Windows path; nothing if it names no existing drive. A path that begins with a slash is taken as
+// a system path. Reads only the links that define the drives.
 std::optional<std::filesystem::path> ToHostPath(std::string_view windowsPath);
 
-// The path with each component as it is spelled on the disk: as given where that exists, otherwise in the first
-// spelling, by byte order, that differs in letter case alone. From the first missing component on, as given; all of it
-// where the disk does not tell.
+// The path with each component spelled as on the disk: as given if that exists, otherwise the first spelling, by bytes,
+// that differs only in letter case. As given from the first missing component on; entirely if the disk cannot be read.
 std::filesystem::path AsSpelledOnDisk(const std::filesystem::path& path);
 
-// The Windows path of a file or folder, on the drive whose folder is the nearest above it; nothing when there is none,
-// or the code page cannot spell the path.
+// The Windows path of a file or folder, on the drive whose folder is the nearest parent; nothing if there is none, or
+// the code page cannot spell the path.
 std::optional<std::string> ToWindowsPath(const std::filesystem::path& path);
 
-// For showing: characters outside the code page are "?".
+// For display: characters that the code page lacks become "?".
 std::string DisplayName(const std::filesystem::path& path);
 
 enum class Hidden : std::uint8_t { LeftOut, Listed };
 
-// The names of the folders immediately below a folder, links to folders included, sorted without regard to letter
-// case. Left out are those whose name the code page cannot spell, since the game could not find them. Nothing when the
-// folder is missing or cannot be listed.
+// The names of the folders directly below a folder, links to folders included, sorted ignoring letter case. Names that
+// the code page lacks are left out, since the game could not find them. Nothing if the folder is missing or cannot be
+// listed.
 std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden = Hidden::LeftOut);
 
 }  // namespace platform

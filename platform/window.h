@@ -10,8 +10,8 @@ namespace platform {
 
 struct NativeWindow;
 
-// A window made from the layout of its name, not shown yet. A name that no layout has, of a window or a control, or a
-// control of another kind, is an error in the program and ends it at once with a message.
+// A window built from the layout of this name, not shown yet. An unknown window or control name, or a control of
+// another kind, is a bug: the program ends at once with a message.
 class Window {
  public:
   explicit Window(std::string_view name);
@@ -26,31 +26,30 @@ class Window {
 
   void Show() const;
 
-  // Shows the window in front of another that is disabled, and lets it come back there when the user goes to that
-  // one.
+  // Shows the window in front of another, disabled window, and raises it again when the user activates that one.
   void ShowInFrontOf(const Window& other) const;
 
-  // Asks the window to close, as the user's click on its close box does.
+  // Asks the window to close, as a click on its close box does.
   void Close() const;
 
   void SetCaption(std::string_view caption) const;
 
-  // Called for a command of the layout that has no button. It is grey in the menu, and its key does nothing, while it
-  // is not available, which is asked each time.
+  // Handles a layout command that has no button. While `isAvailable`, checked each time, returns false, its menu entry
+  // is grey and its key does nothing.
   void OnCommand(std::string_view caption, const std::function<void()>& handler,
                  const std::function<bool()>& isAvailable = {}) const;
 
-  // Shows the tooltip of the control with the focus, in a list that of its selected entry.
+  // Shows the tooltip of the focused control; in a list, that of the selected entry.
   void ShowDetails() const;
 
-  // Called when the window is asked to close; setting `cancel` refuses it.
+  // Called before the window closes; set `cancel` to keep it open.
   void OnUnload(std::function<void(bool& cancel)> handler) const;
 
-  // Called once the window has closed and its handlers have returned, so the window may be destroyed in it.
+  // Called after the window has closed and its handlers have returned; the handler may destroy the window.
   void OnClosed(std::function<void()> handler) const;
 
-  // While it is disabled, the window stays visible, takes no input and refuses to be closed. Afterwards none of its
-  // controls has the focus until one takes it.
+  // A disabled window stays visible, takes no input and refuses to close. After Enable, no control has the focus until
+  // one takes it.
   void Disable() const;
   void Enable() const;
 

@@ -10,42 +10,42 @@
 #include "platform/paths.h"
 #include "settings/profile_text.h"
 
-// The values of any profile file.
+// Access to any profile file.
 namespace EZINILib {
 
 constexpr std::size_t kMostCharacters = 254;  // longer values are truncated to this when they are read
 
-// Each of these two opens the file and is complete in itself.
+// Each of these two calls opens the file itself.
 
-// The value, or `fallback` when the file, the section or the key is missing or the file cannot be read. Of either, the
-// first kMostCharacters.
+// The value, or `fallback` if the file, section or key is missing or the file cannot be read; either is truncated to
+// kMostCharacters.
 std::string ReadINI(const std::filesystem::path& file, std::string_view section, std::string_view key,
                     std::string_view fallback);
 
-// Creates the file when it is missing. A failure is silent and leaves the file as it was; one that is there but cannot
-// be read is never replaced.
+// Creates a missing file. A failure is silent and leaves the file as it was; a file that cannot be read is never
+// replaced.
 void WriteINI(const std::filesystem::path& file, std::string_view section, std::string_view key,
               std::string_view value);
 
-// A profile file that is read once, answers from memory, and is replaced once.
+// A profile file that is read once, kept in memory, and replaced once.
 class WholeINI {
  public:
   explicit WholeINI(const std::filesystem::path& file);
-  explicit WholeINI(ProfileText text) : text_(std::move(text)) {}  // of no file
+  explicit WholeINI(ProfileText text) : text_(std::move(text)) {}  // not backed by a file
 
-  // As ReadINI and WriteINI, on the text in memory.
+  // Like ReadINI and WriteINI, but in memory.
   std::string Read(std::string_view section, std::string_view key, std::string_view fallback) const;
   void Write(std::string_view section, std::string_view key, std::string_view value);
   std::string Text() const { return text_.Text(); }
 
   // Whether there was no file.
   bool IsMissing() const { return isMissing_; }
-  // Why the file, which is there, could not be read. Nothing is replaced then.
+  // Why an existing file could not be read; then Save replaces nothing.
   std::error_code Unread() const { return unread_; }
 
-  // Whether something was written since it was read or saved.
+  // Whether anything was written since the last read or save.
   bool IsChanged() const { return isChanged_; }
-  // Replaces the file, which is the one that was read, where something was written.
+  // Replaces the file if anything was written. `file` must be the file that was read.
   std::error_code Save(const std::filesystem::path& file, const platform::OldFile& old = {});
 
  private:

@@ -10,39 +10,39 @@
 #include "settings/file_failure.h"
 #include "settings/history.h"
 
-// The accessors of the two profile files beside the executable: the settings file Ulvane.ini (settings/schema.h says
-// what it holds), and Make.ini, which is only read.
+// Access to the two profile files beside the executable: the settings file Ulvane.ini (layout in settings/schema.h) and
+// Make.ini, which is only read.
 namespace Module1 {
 
-constexpr std::int64_t kNoGameCount = -1;  // none was stored yet
+constexpr std::int64_t kNoGameCount = -1;  // nothing stored yet
 constexpr std::int64_t kNoMod = -1;
 
-// Each of these reads the file as it is, or replaces it, once, and reports no failure.
+// Each call reads or replaces the file once. Failures are silent.
 std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback);
 void PutSetting(std::string_view section, std::string_view key, std::string_view value);
 std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback);
 std::int64_t FindMod(std::string_view game, std::string_view name);
 
-// One reading of both files, for an operation that needs several values: of the settings now, of Make.ini when it is
-// first asked for. What cannot be read answers with the fallbacks.
+// One reading of both files, for operations that need several values: the settings at construction, Make.ini on first
+// use. If a file cannot be read, its values are the fallbacks.
 class Settings {
  public:
   Settings();
-  explicit Settings(std::string_view settings, std::string_view make = "");  // of these texts, and no files
+  explicit Settings(std::string_view settings, std::string_view make = "");  // from these texts, without files
 
-  // What keeps the settings file, or Make.ini once it was asked for, from being read although it is there.
+  // Why the settings file, or Make.ini once used, exists but could not be read.
   std::optional<FileFailure> Unread() const;
 
   std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const;
   std::string GetMakeSetting(std::string_view section, std::string_view key, std::string_view fallback) const;
 
-  // The stored number; `fallback` where it is missing or not a whole number of 32 bits.
+  // The stored number; `fallback` if missing or not a 32-bit whole number.
   std::int64_t GetNumber(std::string_view section, std::string_view key, std::int32_t fallback) const;
   std::int64_t GetMakeNumber(std::string_view section, std::string_view key, std::int32_t fallback) const;
 
-  // How many games, mods of a game, and folders of a mod there are; kNoGameCount where no game was ever counted. A
-  // count that is there but is no whole number, negative, or above 32,767, is damaged: it reads as the number of
-  // entries that follow each other from 1, so that nothing new is written over one of them.
+  // The number of games, mods of a game, or folders of a mod; kNoGameCount if none was ever stored. A damaged count
+  // (not a whole number, negative, or above 32,767) reads as the number of consecutive entries from 1, so that no
+  // existing entry is overwritten.
   std::int64_t GameCount() const;
   std::int64_t ModCount(std::string_view game) const;
   std::int64_t DirCount(std::string_view modSection) const;
@@ -50,12 +50,11 @@ class Settings {
   std::string GameName(std::int64_t game) const;
   std::string GamePath(std::string_view game) const;  // a Windows path
 
-  // The number of the first game, or mod of the game, of that name, every character compared; nothing, or kNoMod, when
-  // there is none.
+  // The number of the first game, or mod of the game, of exactly this name; nothing, or kNoMod, if there is none.
   std::optional<std::int64_t> FindGame(std::string_view name) const;
   std::int64_t FindMod(std::string_view game, std::string_view name) const;
 
-  // The path of a registered game; empty when it is not registered.
+  // A game's path; empty if it is not registered.
   std::string InstallFolder(std::string_view game) const;
 
  protected:
@@ -69,37 +68,36 @@ class Settings {
   mutable bool isMakeRead_ = false;
 };
 
-// What undo takes back at once: usually one saved change, with "all" several, which share their step.
+// One undo step: usually one saved change; "all" shares one step among several.
 struct Step {
-  bool isKept = false;  // what was there before it
+  bool isKept = false;  // the state before it
 };
 
-// Whether there is a step to take back, or to do again. Cheap: looks into a folder, and opens no file.
+// Whether there is a step to undo or redo. Cheap: lists a folder, opens no file.
 bool CanUndo();
 bool CanRedo();
 
-// A transaction on the settings: it locks the tool's folder, reads, and collects what is written until Save replaces
-// the file once. The lock lasts as long as the change, so that another Gantrel neither loses this change nor has its
-// own lost. For every command that writes. It must not live while the user is asked or told something, and no second
-// one within it.
+// A transaction on the settings: locks the tool's folder, reads, and collects writes; Save then replaces the file once.
+// The lock lasts as long as the object, so that no Gantrel overwrites another one's changes. Every command that writes
+// uses it. It must not live while a message or dialog is open, and cannot be nested.
 class Change : public Settings {
  public:
   Change();
-  explicit Change(std::string_view settings) : Settings(settings) {}  // of a text, and no file
+  explicit Change(std::string_view settings) : Settings(settings) {}  // from a text, without a file
 
   void PutSetting(std::string_view section, std::string_view key, std::string_view value);
   void PutNumber(std::string_view section, std::string_view key, std::int64_t number);
   std::string Text() const { return settings_.Text(); }
 
-  // Replaces the settings file where something was written, and says what kept it from that, or from being read; then
-  // the file is as it was, and the change holds that again. Without it, what was written is dropped. The first save of
-  // a step keeps the file that it replaces (settings/history.h).
+  // Replaces the settings file if anything was written. Returns why reading or writing failed; then the file is
+  // unchanged, and the change holds its content again. Without Save, writes are dropped. The first save of a step keeps
+  // the old file (settings/history.h).
   [[nodiscard]] std::optional<FileFailure> Save(Step& step);
   [[nodiscard]] std::optional<FileFailure> Save();
 
-  // Puts the whole settings file back that was there before the last step, or before that was taken back; changes
-  // nothing when there is none. What another program has changed since is kept as well. Says what kept it from that,
-  // and the change then holds the file that is there. Of a change in which nothing was written.
+  // Restores the whole settings file from before the last step (Redo: from before the last Undo); does nothing without
+  // one. Keeps the current file, other programs' changes included, for the way back. Returns why it failed; the change
+  // then holds the file on disk. Requires a change without writes.
   [[nodiscard]] std::optional<FileFailure> Undo();
   [[nodiscard]] std::optional<FileFailure> Redo();
 

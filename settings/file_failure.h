@@ -5,9 +5,9 @@
 
 #include "platform/files.h"
 
-// What kept one of the tool's files from being read or written.
+// Why one of the tool's files could not be read or written.
 struct FileFailure {
-  std::string file;  // as it is shown
+  std::string file;  // for display
   const char* what;  // "read" or "written"
   std::error_code reason;
 

@@ -9,31 +9,29 @@
 
 #include "settings/file_failure.h"
 
-// The older settings files, in the folder Ulvane.history beside the settings file. Nothing is kept in memory.
+// Older versions of the settings file, in the folder Ulvane.history beside it. Nothing is kept in memory.
 //
-//   <number>.ini       what was there before a step; the greatest number is taken back first
-//   <number>.redo.ini  what was there before a step was taken back; the smallest number above all of the former is done
-//                      again first
-//   <number>.old.ini   what is no longer on the way of either: a backup
+//   <number>.ini       the state before a step; undo takes the highest number
+//   <number>.redo.ini  the state before an undo; redo takes the lowest number above all of the former
+//   <number>.old.ini   no longer reachable by undo or redo: a backup
 //
-// The newest 50 are kept, 16 MB at most. A step that equals the settings is passed over, so it does not matter at which
-// moment a program is killed. Other files in the folder are left alone.
+// The newest 50 are kept, 16 MB at most. Steps equal to the current settings are skipped, so a program may be killed at
+// any moment. Other files in the folder are left alone.
 class History {
  public:
-  // As the folder beside the settings file is now. Under the tool's lock, but for Can.
+  // Lists the folder beside the settings file. Requires the tool's lock, except for Can.
   explicit History(const std::filesystem::path& settingsFile);
 
-  // Whether there is a step that way, and the folder can be written.
+  // Whether there is a step in this direction and the folder is writable.
   enum class Way : std::uint8_t { Undo, Redo };
   bool Can(Way way) const;
 
-  // Puts the file of the next step that way in the place of the settings, which are `current` and are kept for the way
-  // back. Does nothing when there is no step.
+  // Replaces the settings with the next step in this direction. `current`, their text, is kept for the way back. Does
+  // nothing without a step.
   std::optional<FileFailure> Go(Way way, const std::string& current);
 
-  // Where the file that a new step replaces is to be kept, nowhere when the folder cannot be listed; and what follows
-  // once it is replaced: the oldest files go. Where the file could not be kept, the steps before it no longer fit, and
-  // become backups.
+  // NewStep: where to keep the file that a new step replaces; empty if the folder cannot be listed. EndStep, after it
+  // was replaced: deletes the oldest files. If the file was not kept, older steps no longer fit and become backups.
   std::filesystem::path NewStep() const;
   void EndStep();
 
@@ -55,6 +53,6 @@ class History {
 
   std::filesystem::path settingsFile_;
   std::filesystem::path folder_;
-  std::error_code unlisted_;  // why the folder, which is there, could not be listed
-  std::vector<Step> steps_;   // by their numbers
+  std::error_code unlisted_;  // why the existing folder could not be listed
+  std::vector<Step> steps_;   // by number
 };

@@ -4,14 +4,14 @@
 #include <string>
 #include <string_view>
 
-// What is kept in the settings file, and under which names.
+// The layout of the settings file.
 //
 //   [Games]       Count, DoW1 ... DoW<Count>: the names of the registered games
 //   [<game>]      Path, AutoPath, ModCount
 //   [<game>.<n>]  Name, Active, DirCount, Dir1 ... Dir<DirCount>: mod n of the game, n = 1 ... ModCount
-//   [<game>.-1]   scratch, used while two mods are exchanged
+//   [<game>.-1]   scratch, used while two mods are swapped
 //
-// Entries beyond a count are normal: they are left behind when games and mods are removed, and never read.
+// Entries beyond a count are normal: they remain when games and mods are removed, and are never read.
 namespace schema {
 
 constexpr std::int64_t kScratchMod = -1;

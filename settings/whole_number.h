@@ -4,8 +4,6 @@
 #include <optional>
 #include <string_view>
 
-// The numbers in the settings are decimal text of 32-bit signed whole numbers.
-//
-// An optional sign and decimal digits, with blanks around them; nothing for any other text, the empty one and numbers
-// outside 32 bits included.
+// Numbers in the settings are 32-bit signed decimals: an optional sign and digits, surrounded by blanks if any. Nothing
+// for any other text, including an empty one and numbers out of range.
 std::optional<std::int32_t> WholeNumber(std::string_view text);
