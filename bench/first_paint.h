@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <unistd.h>
 
-// Ends the program as soon as its first window is painted.
+// Ends the program after its first window is painted.
 class EndAtFirstPaint : public QObject {
  public:
   EndAtFirstPaint() { qApp->installEventFilter(this); }
@@ -16,7 +16,7 @@ class EndAtFirstPaint : public QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override {
     const auto* const widget = qobject_cast<QWidget*>(receiver);
     const bool isPainted = event->type() == QEvent::Paint && widget != nullptr && widget->isWindow();
-    // The controls are painted within the same event as their window.
+    // Controls are painted in the same event as their window.
     const auto end = [] { _exit(EXIT_SUCCESS); };
     if (isPainted) QMetaObject::invokeMethod(qApp, end, Qt::QueuedConnection);
     return false;

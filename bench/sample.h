@@ -6,7 +6,7 @@
 
 #include "support/own_folder.h"
 
-// A registered game with a given number of mods, of two folders if nothing else is said.
+// A registered game with a given number of mods, each with two folders by default.
 namespace sample {
 
 constexpr const char* kGame = "Dawn of War";

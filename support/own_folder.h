@@ -6,46 +6,45 @@
 #include <string_view>
 #include <vector>
 
-// The tool keeps its files beside its executable, so a test program runs from a folder of its own, whose names have
-// blanks and letters beyond ASCII: in a fresh compatibility prefix, or on a Windows that is there for the tests alone.
+// The tool keeps its files beside its executable, so a test program runs from its own folder, whose name has blanks and
+// non-ASCII letters: in a fresh compatibility prefix, or on a Windows set up only for tests.
 namespace support {
 
 namespace fs = std::filesystem;
 
-// Starts this program again from a fresh folder, waits for it, and removes the folder. In the started program, returns
-// what `run` returns.
+// Restarts this program in a fresh folder, waits for it, and removes the folder. In the restarted program, returns the
+// result of `run`.
 int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int argumentCount, char** arguments));
 
-// All below are of the program's own folder.
+// The program's own folders.
 fs::path Root();              // a fresh folder; removed with all that is in it
-fs::path DriveC();            // where Windows paths on drive C: lead
+fs::path DriveC();            // the folder behind drive C:
 fs::path ExecutableFolder();  // on drive C:
 fs::path SettingsFile();
 
-// Everything as at the start again, with the templates and no settings file. The registry knows nothing of the game.
+// Restores the initial state: the templates, no settings file, no game in the registry.
 void Reset();
 
 void WriteFile(const fs::path& file, std::string_view bytes);
 std::string ReadFile(const fs::path& file);  // empty when there is none
 
-// An edition of the game in the registry, and where it is installed; text in the code page.
+// An edition of the game in the registry and its install folder; text in the code page.
 struct Installation {
   std::string edition;
   std::string folder;
   bool isIn64BitView = false;
-  std::uint32_t type = 0;  // of the registry's value, whose bytes `folder` is then; 0 for a text
+  std::uint32_t type = 0;  // of the registry value, whose bytes are then `folder`; 0 for text
 };
 
-// What follows each system has its own way to do.
+// The rest is implemented per system.
 
-// Makes these the installations that the registry knows.
+// Makes these the only installations in the registry.
 void SetRegistry(const std::vector<Installation>& installations);
 
-// Asks this program to quit, as the desktop does at the end of its session.
+// Asks this program to quit, like the end of the desktop session.
 void AskToQuit();
 
-// For the above: where Root is, which is asked for once, and the drives in it. The first ends the program where it may
-// have none.
+// For the above: creates Root, called once, and its drives. MakeRoot ends the program if it is not allowed one.
 void MakeRoot();
 void MakeDrives();
 

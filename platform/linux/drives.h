@@ -7,35 +7,35 @@
 #include <system_error>
 #include <vector>
 
-// The drives of a compatibility prefix: the folder in which the game's Windows lives on this system. The functions take
-// the prefix, so that they can be tried on any folder.
+// The drives of a compatibility prefix: the folder that holds the game's Windows. The functions take the prefix as an
+// argument, so that tests can use any folder.
 namespace platform {
 
-// The user's; the root folder when the system does not tell.
+// The user's; the root folder if unknown.
 std::filesystem::path HomeFolder();
 
-// The prefix whose drives the settings' paths are on: the one that holds the running executable, or else the one in the
-// user's home folder; nothing when there is none, or where the executable is could not be found out. One that another
-// user owns, in a folder that everybody may write to, is passed over.
+// The prefix that defines the drives of the settings' paths: the one that contains the executable, else the one in the
+// user's home. Nothing if there is none or the executable's folder is unknown. A prefix of another user in a
+// world-writable folder is skipped.
 std::optional<std::filesystem::path> PrefixFolder();
 
-// Below, no prefix means that there is z: alone.
+// In the functions below, without a prefix there is only z:.
 
-// The folder of one drive. A letter is the link that the prefix's `dosdevices` has for it, and none if that leads
-// nowhere; without a link, c: is the prefix's `drive_c` and z: is the root folder. A link that the system does not tell
-// about is the drive all the same, so that what is below it fails for the true reason rather than being elsewhere.
+// The folder of a drive: the target of the letter's link in the prefix's `dosdevices`, none if that is broken; without
+// a link, c: is the prefix's `drive_c` and z: the root folder. An unreadable link still counts as the drive, so that
+// paths below it fail for the true reason and do not lead elsewhere.
 std::optional<std::filesystem::path> DriveFolder(const std::optional<std::filesystem::path>& prefix, char letter);
 
 std::optional<std::filesystem::path> MapToHost(const std::optional<std::filesystem::path>& prefix,
                                                std::string_view windowsPath);
 
-// On the drive that is nearest above it; nothing when there is none, or the code page cannot spell the path. `path` is
-// absolute.
+// On the drive whose folder is the nearest parent; nothing if there is none, or the code page cannot spell the path.
+// `path` is absolute.
 std::optional<std::string> MapToWindows(const std::optional<std::filesystem::path>& prefix,
                                         const std::filesystem::path& path);
 
-// What a path on a drive of one prefix is on the drives of another; nothing when there is no such drive, or the code
-// page cannot spell the path. The links behind the drive's letter are followed, those below it stay.
+// Converts a path on a drive of one prefix to the drives of another; nothing if there is no such drive, or the code
+// page cannot spell the path. Follows the drive's link, but no links below it.
 std::optional<std::string> MapBetween(const std::optional<std::filesystem::path>& from,
                                       const std::optional<std::filesystem::path>& to, std::string_view windowsPath);
 

@@ -6,24 +6,23 @@
 #include <string_view>
 #include <system_error>
 
-// The host's file names are UTF-8; what is not valid UTF-8 is a name that the tool cannot speak of. The way back is
-// std::filesystem::path, which takes UTF-16.
+// Host file names are UTF-8; the tool cannot use names that are not valid UTF-8. The way back is std::filesystem::path,
+// which takes UTF-16.
 namespace platform {
 
-// Nothing when the bytes are no UTF-8, or the code page lacks one of the characters.
+// Nothing if the bytes are not UTF-8, or the code page lacks a character.
 std::optional<std::string> FromUtf8Exactly(std::string_view utf8);
 
-// For showing: characters outside the code page, and bytes that are no UTF-8, become "?".
+// For display: invalid bytes and characters that the code page lacks become "?".
 std::string FromUtf8(std::string_view utf8);
 
-// AsSpelledOnDisk for those who must not take what the disk does not tell for missing: then says why, and leaves the
-// path as it is.
+// Like AsSpelledOnDisk, but returns why the disk could not be read, and then leaves the path unchanged.
 std::error_code SpellAsOnDisk(std::filesystem::path& path);
 
-// No failure for what is there, which may be a link that leads nowhere.
+// No failure if the path exists; broken links count as existing.
 std::error_code Look(const std::filesystem::path& path);
 
-// Whether what failed so is known not to be there.
+// Whether the failure means that the path is known to be missing.
 bool IsMissing(const std::error_code& failure);
 
 }  // namespace platform

@@ -2,8 +2,8 @@
 
 namespace platform {
 
-// Gives screen readers what Qt keeps from them: that a window is one, and the name of a drop-down list. Once
-// for each application object.
+// Fixes what Qt does not expose to screen readers: the window role and the name of a drop-down list. Call once per
+// application object.
 void TellScreenReaders();
 
 }  // namespace platform

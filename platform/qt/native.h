@@ -20,13 +20,13 @@
 #include "platform/find_name.h"
 #include "platform/layout.h"
 
-// Qt's widgets behind the handles of controls.h and window.h.
+// The Qt widgets behind the handles of controls.h and window.h.
 class QLabel;
 
 namespace platform {
 
-// Whether a dialog is open, which blocks all windows that have a layout. Qt then keeps the mouse and the keyboard from
-// their controls, but not a screen reader.
+// Whether a dialog is open. It blocks all windows that have a layout. Qt then blocks mouse and keyboard, but not screen
+// readers.
 bool IsBlockedByDialog();
 
 struct NativeButton : QPushButton {
@@ -82,7 +82,7 @@ struct NativeListBox : QListWidget {
  private:
   struct Dragged {
     int row;
-    int gap;  // where it would be dropped: above the entry of this row
+    int gap;  // drop position: above the entry of this row
   };
 
   bool TakeFindKey(const QKeyEvent& event);
@@ -92,7 +92,7 @@ struct NativeListBox : QListWidget {
   void StopDragging();
 
   std::vector<bool> marks_;
-  int place_ = 0;  // where an arrow key goes on from, while no entry is current
+  int place_ = 0;  // the row from which an arrow key continues while no entry is current
   QString typed_;
   QLabel* findBox_;
   QBasicTimer findEnd_;
@@ -105,15 +105,15 @@ struct NativeTextBox : QLineEdit {
   explicit NativeTextBox(QWidget* parent);
 };
 
-// No more lines than the screen has room for; the last then says how many more there are.
+// Cuts the text to the lines that fit on the screen; the last line then says how many are missing.
 QString LinesOnScreen(const QString& text);
 
-// As text, whatever it looks like.
+// As plain text, never markup.
 QString ToToolTip(const QString& text);
 
 void MarkFocus(QWidget& widget);
 
-// Leaves out what the code page cannot spell, and says so in a tooltip below the box and in its description.
+// Rejects characters that the code page lacks; says so in a tooltip below the box and in its accessible description.
 void KeepToCodePage(QLineEdit& box);
 
 struct NativeWindow : QWidget {
@@ -144,10 +144,10 @@ struct NativeWindow : QWidget {
   void OnCommand(std::string_view caption, const std::function<void()>& handler,
                  const std::function<bool()>& isAvailable);
 
-  // Runs the command of the key, for the control with the focus. False where there is none.
+  // Runs the command for the key and the focused control. False if there is none.
   bool TakeKey(const QKeyEvent& event);
 
-  // At a place on the screen.
+  // `place` is in screen coordinates.
   void ShowMenu(const QWidget& control, const QPoint& place);
   void ShowDetails();
 

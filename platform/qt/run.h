@@ -6,30 +6,30 @@
 
 class QKeyEvent;
 
-// What the windows need of the running application.
+// What the windows need from the running application.
 namespace platform {
 
-// Ends the program with a message when there is none of that name.
+// Ends the program with a message if there is none of that name.
 const WindowLayout& FindLayout(std::string_view name);
 
 [[noreturn]] void StopForUnknownName(std::string_view kind, std::string_view name);
 
-// The program runs as long as windows are open.
+// The program runs while windows are open.
 void NoteWindowOpened();
 void NoteWindowClosed();
 
-// Drops what is pending of clicks, keys and requests to close: it was meant for what the screen showed before.
+// Drops pending clicks, keys and close requests: the user aimed them at an older screen.
 void DropPendingInput();
 
-// The same once the running handler has returned.
+// The same, once the running handler has returned.
 void DropInputAfterHandler();
 
 bool IsDroppingInput();
 
-// Whether the key is pressed because it is held down.
+// Whether this is an auto-repeat of a held key.
 bool IsRepeat(const QKeyEvent& press);
 
-// Ends the event loops, the nested ones included, for good.
+// Ends all event loops for good, nested ones included.
 void Quit();
 bool IsQuitting();
 

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-// The colour of an outline in a window: darker than the window by this many percent, which is above 100. In a dark
-// window, which leaves no room for that, half-way to its text.
+// The colour of an outline: darker than the window by this percentage, above 100. In a dark window, which leaves no
+// room for that, half-way to its text.
 QColor Outline(const QPalette& palette, int darker);
 
 // Half-way between the two.
@@ -20,6 +20,6 @@ struct Style : QProxyStyle {
                      const QWidget* widget) const override;
 };
 
-constexpr int kFusionsDarker = 140;  // what Fusion makes of the window's colour for its outlines
+constexpr int kFusionsDarker = 140;  // Fusion's own percentage for its outlines
 
 }  // namespace platform

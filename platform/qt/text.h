@@ -6,7 +6,7 @@
 
 #include "platform/code_page.h"
 
-// Between Qt's text and the tool's.
+// Converts between Qt's text and the tool's.
 namespace platform {
 
 inline QString ToQt(std::string_view text) { return QString::fromStdU16String(ToUtf16(text)); }

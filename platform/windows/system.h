@@ -1,7 +1,7 @@
 #pragma once
 
-// The system's own functions, without what few programs need of them, and without its macros over names that are ours
-// as well. Only the files of this folder and the tests' own include it.
+// <windows.h> without its rarely used parts and without macros that clash with our names. Only the files of this folder
+// and the tests' own include it.
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif

@@ -9,27 +9,27 @@
 #include <string_view>
 #include <vector>
 
-// Stands between the tool's own code and the system's file functions: notes the calls, and lets them go wrong.
+// Intercepts the file system calls of the tool's own code: records them and makes them fail.
 namespace faults {
 
 struct Fault {
   int at = INT_MAX;        // the call that fails, counted from 0
-  int reason = 0;          // the system's number
-  bool isForGood = false;  // all later calls fail as well: what is on the disk then is what a killed program leaves
+  int reason = 0;          // the system's error number
+  bool isForGood = false;  // all later calls fail as well, as if the program were killed
 };
 
 struct Calls {
   bool areWatched = false;
   Fault fault;
-  bool areHalf = false;  // the first read and the first write do half of what they are asked to
+  bool areHalf = false;  // the first read and the first write process only half
   bool takeNewFiles = true;
   std::vector<std::string_view> names = {};
-  bool areUnflushed = false;  // bytes may not have reached the disk
+  bool areUnflushed = false;  // written bytes may not be on the disk yet
 };
 inline Calls calls;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): the calls have no argument for it
 
-// What each system has of its own: why a call fails there, and whether it is then tried again; a link to a file, or
-// what the tool takes for one, where the system makes none.
+// Implemented per system: why a call fails there, and whether it is then retried; and a link to a file, or its
+// substitute where the system has no links.
 struct Reason {
   int number;
   bool passes = false;
@@ -38,7 +38,7 @@ std::vector<Reason> Reasons(std::string_view call);
 void MakeLink(const std::filesystem::path& link, const std::filesystem::path& target);
 void SetReason(int reason);
 
-// What becomes of a call.
+// What happens to a call.
 enum class Verdict : std::uint8_t { Go, Half, Fail };
 inline Verdict Meet(std::string_view name) {
   if (!calls.areWatched) return Verdict::Go;

@@ -9,7 +9,7 @@
 #include "support/own_folder.h"
 #include "support/user.h"
 
-// A registered game with four mods, of which the first and the third are active.
+// A registered game with four mods; the first and the third are active.
 namespace support {
 
 using Names = std::vector<std::string>;
@@ -20,7 +20,7 @@ inline std::string Text(const Names& lines) {
   return text;
 }
 
-// A mod in the settings, with folders that are there beyond its count.
+// A mod in the settings; `leftOver` are folders beyond its count.
 struct Mod {
   std::string name;
   std::string active;
@@ -50,9 +50,9 @@ inline std::string Settings(int count, const std::vector<Mod>& mods) {
 }
 
 inline std::string FourMods() { return Settings(4, {kAlpha, kBeta, kGamma, kDelta}); }
-inline const std::string kFourShown = "Beta, Delta | Alpha, Gamma";  // what the user then sees: available | active
+inline const std::string kFourShown = "Beta, Delta | Alpha, Gamma";  // as the user sees it: available | active
 
-// `text` with its one `old` replaced, to say what a command changed in it. Throws when there is none, or more.
+// `text` with its only `old` replaced, to describe a change. Throws if there is not exactly one.
 inline std::string With(std::string text, const std::string& old, const std::string& with) {
   const std::size_t at = text.find(old);
   if (at == std::string::npos || text.find(old, at + 1) != std::string::npos) throw std::logic_error("not one " + old);
@@ -67,7 +67,7 @@ inline std::string TwoGames() {
 inline fs::path GameFolder() { return DriveC() / "Games" / u8"D\u00F6W"; }
 inline fs::path ModuleFile() { return GameFolder() / "Ulvane.module"; }
 
-// The whole module file, when these are the folders between header and footer.
+// The whole module file with these folders between header and footer.
 inline std::string Module(const Names& folders) {
   std::string text = ReadFile(ExecutableFolder() / "HEADER");
   int number = 5;
@@ -75,12 +75,12 @@ inline std::string Module(const Names& folders) {
   return text + ReadFile(ExecutableFolder() / "FOOTER");
 }
 
-// What the user is told of the settings file.
+// A message about the settings file.
 inline Message Failed(const std::string& title, const std::string& how, const std::string& outcome) {
   return {title, platform::DisplayName({SettingsFile().native()}) + how + "\n\n" + outcome, "critical", {"OK"}};
 }
 
-inline const std::string kUnread = " could not be read: It is text in UTF-16.";  // of these settings:
+inline const std::string kUnread = " could not be read: It is text in UTF-16.";  // for these settings:
 inline const std::string kUnreadable = "\xFF\xFE";
 
 inline void ResetWithFourMods() {
@@ -90,7 +90,7 @@ inline void ResetWithFourMods() {
   WriteFile(SettingsFile(), FourMods());
 }
 
-// Of two games.
+// With two games.
 inline const Act kChooseSecond = InTurn({GoTo("lstGame"), Press("Down")});
 inline Act Sees(const std::optional<Message>& message) {
   return [=] { EXPECT_EQ(ShownMessage(), message); };
@@ -98,7 +98,7 @@ inline Act Sees(const std::optional<Message>& message) {
 inline Act Focused(const std::string& control) {
   return [=] { EXPECT_EQ(Focus(), control); };
 }
-// Another program does, meanwhile.
+// Simulates another program's write.
 inline Act Write(const std::string& settings) {
   return [=] { WriteFile(SettingsFile(), settings); };
 }
@@ -107,7 +107,7 @@ inline Act Shows(const std::string& list, const std::string& shown) {
   return [=] { EXPECT_EQ(Shown(list), shown); };
 }
 
-// What the user sees in the end of the acts: the games, where the setup dialog is open; both lists otherwise.
+// Checks what the user sees after the acts: the games if the setup dialog is open, else both lists.
 inline void Try(const std::string& settings, const std::string& rule, const std::vector<Act>& acts,
                 const std::string& lists) {
   SCOPED_TRACE(rule);
@@ -122,8 +122,7 @@ inline void Try(const std::string& settings, const std::string& rule, const std:
   EXPECT_FALSE(Use({InTurn(acts), look})) << "it ends by itself";
 }
 
-// And what is then on the disk: the settings, none when they are as before, and the folders in the module file, none
-// when there is no such file.
+// Also checks the disk: the settings (unchanged if none given), and the module file's folders (no file if none given).
 inline void Check(const std::string& settings, const std::string& rule, const std::vector<Act>& acts,
                   const std::string& lists, const std::optional<std::string>& newSettings = {},
                   const std::optional<Names>& moduleFolders = {}) {
@@ -132,7 +131,7 @@ inline void Check(const std::string& settings, const std::string& rule, const st
   EXPECT_EQ(ReadFile(ModuleFile()), moduleFolders ? Module(*moduleFolders) : "") << rule;
 }
 
-// A rule on settings in memory, and the settings before and after it.
+// A rule on settings in memory, with the settings before and after.
 using Rule = std::function<void(Module1::Change&)>;
 struct RuleRow {
   const char* rule;
