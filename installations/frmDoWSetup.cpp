@@ -15,20 +15,20 @@
 
 namespace {
 
-// Where the registry says that each of these editions of the game is installed; empty where it does not know.
+// The registry's install folders of these editions; empty if not found.
 std::vector<std::string> RegisteredFolders(std::span<const std::string> games) {
   std::vector<std::string> keys;
   for (const std::string& game : games) keys.push_back("Software\\THQ\\" + game);
   return GetKeyValues(platform::kHkeyLocalMachine, keys, "InstallLocation");
 }
 
-// Why no game of that name is registered.
+// Why a game of this name cannot be registered.
 std::optional<Message> Refusal(const Module1::Settings& settings, std::string_view name) {
   if (settings.FindGame(name)) return messages::NameIsTaken();
   return messages::Failed(settings.Unread());
 }
 
-// Another program may have registered the name since the user was asked.
+// Checks again: another program may have registered the name meanwhile.
 std::optional<Message> Register(std::string_view name, std::string_view folder) {
   Module1::Change change;
   if (auto refusal = Refusal(change, name)) return refusal;
@@ -42,7 +42,7 @@ std::optional<Message> Remove(std::int64_t n, std::string_view name) {
   return messages::Failed(change.Save());
 }
 
-// Registers the editions that the registry knows, where no game was ever counted.
+// Registers the editions found in the registry if no game was ever counted.
 std::optional<Message> RegisterEditions() {
   if (Module1::Settings().GameCount() != Module1::kNoGameCount) return std::nullopt;
   const std::array<std::string, 3> editions = {"Dawn of War", "Dawn of War Demo", "Dawn of War Beta"};
@@ -113,7 +113,7 @@ void frmDoWSetup::cmdnew_Click() {
                                           .defaultExtension = "exe",
                                           .longestFolder = EZINILib::kMostCharacters});
   if (!chosen) return;
-  OKButton.TakeFocus();  // where the user goes on
+  OKButton.TakeFocus();  // for the next step
   Finish("New", Register(name, chosen->path.substr(0, chosen->path.size() - chosen->name.size())));
 }
 
@@ -135,7 +135,7 @@ void frmDoWSetup::cmdDelete_Click() {
   Finish("Delete", Remove(n, name));
 }
 
-// The list follows what was changed; where nothing could be, it is right as it is.
+// Refreshes the list after a success; after a failure it is still correct.
 void frmDoWSetup::Finish(std::string_view title, const std::optional<Message>& message) {
   message ? messages::Show(title, message) : RefreshGames();
 }
@@ -145,7 +145,7 @@ void frmDoWSetup::OKButton_Click() {
   mainWindow_->RefreshGames();
 }
 
-// The user's request to close is refused, but ends the main window's wait; the main window's own, after that, is not.
+// The user's request to close is refused, but ends the main window's wait; then the main window's own request succeeds.
 void frmDoWSetup::Form_Unload(bool& Cancel) {
   if (done_) return;
   done_ = true;

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The number of games in the list, before the first one was registered as well.
+// The number of listed games; 0 before the first was registered.
 std::int64_t ListedGames(const Module1::Settings& settings) { return std::max<std::int64_t>(settings.GameCount(), 0); }
 
 void PutGame(Module1::Change& change, std::int64_t n, std::string_view name, std::string_view folder,

@@ -3,8 +3,8 @@
 #include "mods/frmMain.h"
 #include "platform/application.h"
 
-// The mod lists are not refilled here: they follow the selector when the focus leaves it. So that is where the focus is
-// afterwards, and the next click finds the lists of the game that it acts on.
+// Does not refill the mod lists: that happens when the focus leaves the selector. So the selector gets the focus, and
+// the next click acts on the lists of the selected game.
 void frmMain::cmdGoToGames_Click() {
   window_.Disable();
   {

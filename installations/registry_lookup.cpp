@@ -6,7 +6,7 @@
 
 namespace {
 
-// A text that fills all its room without a zero byte has no end that could be trusted.
+// Text that fills the buffer without a zero byte may be truncated.
 std::string ValueText(const platform::RegistryValue& value) {
   if (value.type == platform::kRegSz || value.type == platform::kRegExpandSz) {
     const std::size_t end = value.data.find('\0');

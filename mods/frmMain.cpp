@@ -61,7 +61,7 @@ frmMain::frmMain()
 
 frmMain::~frmMain() = default;
 
-// What cannot be read is no first start.
+// Unreadable settings do not count as a first start.
 void frmMain::Form_Load() {
   bool isFirstStart = false;
   std::optional<FileFailure> unread;
@@ -102,7 +102,7 @@ std::string frmMain::GetBPath() const {
   return folder;
 }
 
-// The selected game stays selected where it is still registered.
+// The selected game stays selected if it is still registered.
 void frmMain::Refresh(const Settings& settings) {
   const std::string game = SelectedGame();
   if (!settings.Unread()) RefreshGames(settings);
@@ -139,7 +139,7 @@ void frmMain::ListMods(const Settings& settings) {
   cmdDeactivateAll.SetEnabled(someActive);
 }
 
-// A mod's data folders, a line each; nothing for one that is not registered, nor while the lists show another game's.
+// A mod's data folders, one per line; empty if it is not registered, or while the lists show another game.
 std::string frmMain::ModToolTip(const std::string& mod) const {
   if (listedGame_ != SelectedGame()) return "";
   const Settings settings;
@@ -166,7 +166,7 @@ void frmMain::cmdActivateAll_Click() { SetAllActive(lstNotActive, true); }
 
 void frmMain::cmdDeactivateAll_Click() { SetAllActive(lstActive, false); }
 
-// An entry that is no longer registered changes nothing; the lists and the module file are refreshed all the same.
+// If the mod is no longer registered, still refreshes the lists and the module file.
 Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive, Module1::Step& step) {
   Change change;
   ::SetActive(change, SelectedGame(), list.Text(), isActive);
@@ -175,8 +175,8 @@ Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive, Module1
   return {!unsaved, unsaved ? messages::Failed(unsaved) : MakeModule(change)};
 }
 
-// One mod after the other, from the top of the list, each followed by the module file. An entry that shares its name
-// with another mod may stay in its list, and is passed over. Of the module files only the last one's failure matters.
+// One mod at a time from the top of the list, each followed by the module file. An entry that shares its name with
+// another mod may stay in its list and is skipped. Only the last module file's failure is reported.
 void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
   constexpr auto kBetweenPictures = std::chrono::milliseconds(100);
   Outcome outcome;
@@ -185,7 +185,7 @@ void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
     const int all = list.Count();
     int done = 0;
     int stayed = 0;
-    Module1::Step step;  // one for all
+    Module1::Step step;  // one undo step for all
     auto shown = std::chrono::steady_clock::now();
     while (outcome.isSaved && stayed < list.Count()) {
       const int left = list.Count();

@@ -52,7 +52,7 @@ void frmNew::OnClosed(std::function<void()> handler) const { window_.OnClosed(st
 void frmNew::OKButton_Click() {
   const Outcome outcome = Register();
   messages::Show(edited_ ? "Edit Mod" : "New Mod", outcome.message);
-  outcome.isSaved ? window_.Close() : txtName.TakeFocus();  // where the user goes on
+  outcome.isSaved ? window_.Close() : txtName.TakeFocus();  // to correct the name
 }
 
 Outcome frmNew::Register() {
@@ -69,7 +69,7 @@ Outcome frmNew::Register() {
   return {true, IsActive(change, game, name) ? frmMain::MakeModule(change, game) : std::nullopt};
 }
 
-// Writes the mod, or says why not.
+// Writes the mod, or returns why not.
 std::optional<Message> frmNew::Put(Module1::Change& change, const std::string& game, const std::string& name) const {
   if (change.InstallFolder(game).empty()) return messages::NoGame();
   if (IsNameTaken(change, game, name, edited_ ? edited_->mod : "")) return messages::NameIsTaken();

@@ -8,8 +8,8 @@ using Module1::kNoMod;
 
 namespace {
 
-// Copies what is stored of mod `from` to the number `to`, one setting after the other. What is missing is written with
-// its default. Folders of `to` beyond the new count stay, unread.
+// Copies the settings of mod `from` to number `to`, one by one. Missing settings are written with their defaults.
+// Folders of `to` beyond the new count remain, unread.
 void CopyMod(Module1::Change& change, std::string_view game, std::int64_t from, std::int64_t to) {
   const std::string source = schema::ModSection(game, from);
   const std::string target = schema::ModSection(game, to);
@@ -72,7 +72,7 @@ void DeleteMod(Module1::Change& change, std::string_view game, std::string_view 
   change.PutNumber(game, "ModCount", count - 1);
 }
 
-// The names are read once: to look for each mod in the settings would take most of the time.
+// Reads the names once: looking up each mod in the settings would dominate the run time.
 bool MoveMod(Module1::Change& change, std::string_view game, std::string_view name,
              const std::vector<std::string>& passed) {
   std::vector<std::string> names(static_cast<std::size_t>(change.ModCount(game)));

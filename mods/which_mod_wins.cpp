@@ -51,7 +51,7 @@ std::vector<SharedFiles> FindSharedFiles(const std::vector<ModFiles>& mods, std:
 }
 
 std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>& shared, const LeftOut& leftOut) {
-  constexpr std::size_t kMost = 4;  // so that it is no higher than a screen
+  constexpr std::size_t kMost = 4;  // keeps the message lower than the screen
   constexpr std::size_t kMostPaths = 5;
   const std::string name = "'" + std::string(mod) + "'";
   std::string text = name + " has files of the same path as " + Counted(shared.size(), "other activated mod") + ".";

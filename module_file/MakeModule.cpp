@@ -8,7 +8,7 @@ std::optional<Message> frmMain::MakeModule(const Module1::Change& settings, cons
   return messages::NotMade(WriteModule(settings, game));
 }
 
-// The module files of all games whose mods are other ones then follow.
+// Also rewrites the module files of all games whose mods have changed.
 void frmMain::Undo(History::Way way) {
   std::optional<Message> message;
   {

@@ -17,7 +17,7 @@ bool IsProgram(const std::filesystem::path& path) {
                                         "ELF");
 }
 
-// What a slip in Make.ini must not cost: the game itself, or the tool's own files.
+// A mistake in Make.ini must not overwrite the game itself or the tool's own files.
 std::error_code WhyNotReplaced(const std::filesystem::path& path, std::string_view header, std::string_view footer) {
   if (IsProgram(path)) return platform::FileRefusal::Program;
   for (const std::string_view own : {std::string_view("Ulvane.ini"), std::string_view("Make.ini"), header, footer}) {
@@ -34,7 +34,7 @@ std::optional<FileFailure> ReadTemplate(std::string_view name, std::string& text
 
 }  // namespace
 
-// The whole text comes first: the module file changes only when everything that belongs into it could be read.
+// Builds the whole text first: the module file changes only if everything could be read.
 std::optional<FileFailure> WriteModule(const Module1::Settings& settings, const std::string& game) {
   const std::string file = ModulePath(settings, game);
   if (file.empty()) return std::nullopt;

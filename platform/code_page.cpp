@@ -13,14 +13,14 @@ std::string FromUtf16(std::u16string_view wide) {
   text.reserve(wide.size());
   while (!wide.empty()) {
     const bool isSurrogatePair = wide.size() > 1 && (wide[0] & 0xFC00) == 0xD800 && (wide[1] & 0xFC00) == 0xDC00;
-    const std::size_t units = isSurrogatePair ? 2 : 1;  // one character, one question mark
+    const std::size_t units = isSurrogatePair ? 2 : 1;  // one "?" per character
     text += FromUtf16Exactly(wide.substr(0, units)).value_or("?");
     wide.remove_prefix(units);
   }
   return text;
 }
 
-// From the end: sections and keys that are numbered differ there.
+// Backwards: numbered sections and keys differ at the end.
 bool SameName(std::string_view left, std::string_view right) {
   if (left.size() != right.size()) return false;
   for (std::size_t i = left.size(); i-- > 0;) {

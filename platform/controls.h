@@ -61,7 +61,7 @@ class ListBox {
  public:
   explicit ListBox(NativeListBox& native) : native_(&native) {}
 
-  // Replaces all entries and clears the selection. If the first and last entry stay the same, the list keeps its scroll
+  // Replaces all entries and clears the selection. If the first or the last entry stays the same, keeps its scroll
   // position and the row from which an arrow key continues.
   void Fill(const std::vector<std::string>& entries) const;
   int Count() const;

@@ -54,7 +54,7 @@ FoldersBelow::FoldersBelow(const std::string& windowsPath)
   std::ranges::sort(*names_);
 }
 
-// A path of several folders is looked for by itself.
+// Nested paths are looked up one by one.
 bool FoldersBelow::IsMissing(std::string_view folder) const {
   if (isMissing_ || !names_) return isMissing_;
   if (folder.empty() || folder.find_first_of("\\/") != std::string_view::npos)

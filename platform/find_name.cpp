@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// From an entry that is no match, next and previous go on among those that begin with what is typed.
+// Next and Previous from an entry that is no match continue among the names that begin with the text.
 int FindName(const std::vector<std::string>& names, std::string_view typed, int from, FindStep step) {
   std::vector<int> matches;
   std::vector<int> inside;
@@ -21,7 +21,7 @@ int FindName(const std::vector<std::string>& names, std::string_view typed, int 
     const auto at = std::ranges::lower_bound(best, from);
     return best.empty() ? -1 : at == best.end() ? best.front() : *at;
   }
-  auto before = std::ranges::lower_bound(matches, from) - matches.begin();  // so many come before the present one
+  auto before = std::ranges::lower_bound(matches, from) - matches.begin();  // matches before the current entry
   matches.insert(matches.end(), inside.begin(), inside.end());
   if (matches.empty()) return -1;
   const auto present = std::ranges::find(matches, from);

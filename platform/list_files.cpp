@@ -14,7 +14,7 @@ class Walk {
  public:
   Walk(fs::path within, std::size_t most) : within_(std::move(within)), left_(most) {}
 
-  // `folder` has no links in it, but for its last name. `prefix` is what its files' paths begin with.
+  // `folder` has no links except perhaps its last component. `prefix` precedes the names of its files.
   void Enter(const fs::path& folder, const std::string& prefix, bool isLink) {
     const auto path = isLink ? WithoutLinks(folder) : folder;
     const bool isOut = path && std::ranges::mismatch(within_, *path).in1 != within_.end();
@@ -44,7 +44,7 @@ class Walk {
  private:
   fs::path within_;
   std::size_t left_;
-  std::vector<fs::path> above_;  // what is being listed: a link back to one of these is none to follow
+  std::vector<fs::path> above_;  // the folders being listed; links back to them are not followed
 };
 
 }  // namespace

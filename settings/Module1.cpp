@@ -12,13 +12,13 @@ namespace {
 std::filesystem::path SettingsFile() { return platform::BesideExecutable("Ulvane.ini"); }
 std::filesystem::path MakeFile() { return platform::BesideExecutable("Make.ini"); }
 
-// Nothing where there is no reason. The file's path is made only for a failure: it costs a call of the system.
+// Nothing without a reason. Computes the path only on failure: it costs a system call.
 std::optional<FileFailure> FailureOf(std::filesystem::path (*file)(), const char* what, const std::error_code& reason) {
   if (!reason) return std::nullopt;
   return FileFailure{platform::DisplayName(file()), what, reason};
 }
 
-// No text that a fallback could be: a line break never comes out of a file.
+// A line break as fallback is unambiguous: no value from a file contains one.
 bool IsThere(const Settings& settings, std::string_view section, std::string_view key) {
   return settings.GetSetting(section, key, "\n") != "\n";
 }
@@ -55,7 +55,8 @@ std::int64_t FindMod(std::string_view game, std::string_view name) { return Sett
 bool CanUndo() { return History(SettingsFile()).Can(History::Way::Undo); }
 bool CanRedo() { return History(SettingsFile()).Can(History::Way::Redo); }
 
-// There are file systems where a file that is replaced is missing for a moment. Nobody replaces it under the lock.
+// On some file systems a file is briefly missing while it is replaced; not under the lock. So a missing file is read
+// again under the lock.
 Settings::Settings() : Settings(std::error_code()) {
   if (!settings_.IsMissing()) return;
   const platform::ToolLock lock = platform::LockTool();

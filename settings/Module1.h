@@ -30,7 +30,7 @@ class Settings {
   Settings();
   explicit Settings(std::string_view settings, std::string_view make = "");  // from these texts, without files
 
-  // Why the settings file, or Make.ini once used, exists but could not be read.
+  // Why the existing settings file, or Make.ini once used, could not be read.
   std::optional<FileFailure> Unread() const;
 
   std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const;

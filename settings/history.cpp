@@ -37,7 +37,7 @@ std::string History::NameOf(const Step& step) {
       .append(kEndings[static_cast<std::size_t>(step.kind)]);
 }
 
-// Nothing for a file that is not the history's.
+// Nothing for files that are not part of the history.
 std::optional<History::Step> History::StepOf(const std::string& name) {
   Step step;
   const char* const digitsEnd = std::from_chars(name.data(), name.data() + name.size(), step.number).ptr;
@@ -48,7 +48,7 @@ std::optional<History::Step> History::StepOf(const std::string& name) {
   return NameOf(step) == name ? std::optional(step) : std::nullopt;
 }
 
-// What was taken back before a newer step was made is not done again.
+// Undone steps before a newer step cannot be redone.
 std::optional<History::Step> History::Next(Way way) const {
   std::optional<Step> undo;
   std::optional<Step> redo;
@@ -72,7 +72,7 @@ void History::Retire(Kind kind, std::uint64_t upTo) {
   }
 }
 
-// The next step that way whose bytes are others than the settings'. Removes those before it.
+// The next step in this direction that differs from the settings. Deletes the equal ones before it.
 std::optional<FileFailure> History::FindNext(Way way, const std::string& current, std::optional<Step>& step,
                                              std::string& bytes) {
   while ((step = Next(way))) {
@@ -86,7 +86,7 @@ std::optional<FileFailure> History::FindNext(Way way, const std::string& current
   return std::nullopt;
 }
 
-// A program that was killed while it did a step again has left what it kept for the way back, so that goes first.
+// First drops an undo step equal to the settings: a program killed during a redo leaves one.
 std::optional<FileFailure> History::Go(Way way, const std::string& current) {
   if (unlisted_) return FileFailure{platform::DisplayName(folder_), "read", unlisted_};
   std::optional<Step> step;
@@ -104,8 +104,8 @@ std::optional<FileFailure> History::Go(Way way, const std::string& current) {
 
 fs::path History::NewStep() const { return unlisted_ ? fs::path() : PathOf(New()); }
 
-// To ask for the sizes of all takes as long as a disk takes to write. So the large files alone, and what is there when
-// one comes, have half of the room; small ones do not fill the other.
+// Getting all sizes takes as long as a disk write. So sizes are summed only when a large file is added, and limited to
+// half of the total; small files cannot exceed the other half.
 void History::EndStep() {
   constexpr std::ptrdiff_t kMost = 50;
   constexpr std::uintmax_t kLarge = platform::kMostBytes / 2 / kMost;

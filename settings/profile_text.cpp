@@ -24,7 +24,6 @@ std::string_view WithoutQuotes(std::string_view value) {
   return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
-// What would break out of a line becomes a blank.
 std::string OnOneLine(std::string_view text) {
   std::string line(text);
   const auto breaksOut = [](char c) { return IsLineBreak(c) || c == '\0'; };
@@ -32,7 +31,7 @@ std::string OnOneLine(std::string_view text) {
   return line;
 }
 
-// The line at the front of the text, without its end.
+// The first line, without its line end.
 std::string_view LineOf(std::string_view text) {
   return text.substr(0, static_cast<std::size_t>(std::ranges::find_if(text, IsLineBreak) - text.begin()));
 }
@@ -41,7 +40,7 @@ std::string_view LineEndOf(std::string_view rest) {
   return rest.substr(0, rest.starts_with(kNewLineEnd) ? 2 : std::min<std::size_t>(rest.size(), 1));
 }
 
-// The name of the section whose header the line is; nothing when it is none.
+// The section's name if the line is a header; otherwise nothing.
 std::optional<std::string_view> SectionName(std::string_view line) {
   const std::string_view content = Trimmed(line);
   const std::size_t end = content.starts_with('[') ? content.rfind(']') : std::string_view::npos;
@@ -49,11 +48,11 @@ std::optional<std::string_view> SectionName(std::string_view line) {
   return Trimmed(content.substr(1, end - 1));
 }
 
-// The value as it is written, quotes included, of the first line of the key in a section. Points into `section`. Looks
-// for equals signs rather than at every line, since the search for one byte is fast.
+// The raw value, with quotes, of the first line with this key. Points into `section`. Searches for "=" instead of
+// splitting lines: a search for one byte is fast.
 std::optional<std::string_view> FindValue(std::string_view section, std::string_view key) {
   key = Trimmed(key);
-  std::size_t from = 0;  // behind the equals sign before
+  std::size_t from = 0;  // after the previous "="
   for (std::size_t equals = section.find('='); equals != std::string_view::npos; equals = section.find('=', from)) {
     std::size_t begin = equals;
     while (begin > from && !IsLineBreak(section[begin - 1])) --begin;
@@ -66,7 +65,7 @@ std::optional<std::string_view> FindValue(std::string_view section, std::string_
   return std::nullopt;
 }
 
-// Where the line begins that has only blanks before `position`; nothing when it has more.
+// The start of the line, if only blanks precede `position`; otherwise nothing.
 std::optional<std::size_t> StartOfLine(std::string_view text, std::size_t position) {
   while (position > 0 && IsBlank(text[position - 1])) --position;
   if (position > 0 && !IsLineBreak(text[position - 1])) return std::nullopt;
@@ -74,13 +73,13 @@ std::optional<std::size_t> StartOfLine(std::string_view text, std::size_t positi
 }
 
 struct Header {
-  std::size_t begin;  // of its line
+  std::size_t begin;  // of the line
   std::size_t end;
   std::string_view name;
 };
 
-// The first at or after a position. Looks for brackets rather than at every line: there are few of them, and the search
-// for one byte runs at the speed of memory.
+// The first header at or after a position. Searches for "[" instead of splitting lines: brackets are rare, and a search
+// for one byte runs at memory speed.
 std::optional<Header> NextHeader(std::string_view text, std::size_t position) {
   for (std::size_t at = text.find('[', position); at != std::string_view::npos; at = text.find('[', at)) {
     const auto begin = StartOfLine(text, at);
@@ -142,7 +141,7 @@ void ProfileText::Set(std::string_view section, std::string_view key, std::strin
   }
   const std::string line = keyName + "=" + OnOneLine(value);
   AddLine(text, line);
-  if (SectionName(line)) Parse(Text());  // a key that looks like a header becomes one
+  if (SectionName(line)) Parse(Text());  // a key line may turn into a header
 }
 
 std::size_t ProfileText::AddSection(std::string_view name) {

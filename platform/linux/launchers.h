@@ -8,8 +8,8 @@
 // skips what is missing, damaged, unreadable or circular.
 namespace platform {
 
-// Without duplicates, links resolved, in the order in which their registries are searched: the tool's own, the one in
-// the home folder, then Steam's, Heroic's, Lutris' and Bottles'. Each has a `system.reg`.
+// Each once, however many links lead to it, in the order in which their registries are searched: the tool's own, the
+// one in the home folder, then Steam's, Heroic's, Lutris' and Bottles'. Each has a `system.reg`.
 std::vector<std::filesystem::path> Prefixes();
 
 // The folders of Steam's libraries, without duplicates. Each has a folder `steamapps`.

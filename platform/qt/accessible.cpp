@@ -12,13 +12,13 @@
 namespace platform {
 namespace {
 
-// On some systems Qt tells the chosen entry for the name.
+// On some systems Qt reports the selected entry as the name.
 class AccessibleDropDownList : public QAccessibleWidget {
  public:
   explicit AccessibleDropDownList(NativeDropDownList& list)
       : QAccessibleWidget(&list, QAccessible::ComboBox), list_(&list) {}
 
-  // The chosen entry is told with the description as well, since not every system asks for the value.
+  // The description repeats the selected entry, as not every system reads the value.
   QString text(QAccessible::Text which) const override {
     if (which == QAccessible::Value) return list_->currentText();
     if (which != QAccessible::Description) return QAccessibleWidget::text(which);
@@ -38,7 +38,7 @@ class AccessibleDropDownList : public QAccessibleWidget {
   int childCount() const override { return 1; }
   QAccessibleInterface* child(int index) const override {
     if (index != 0) return nullptr;
-    // Qt lets the list of entries know the chosen one only when it drops down.
+    // Qt updates the popup's current entry only when it opens.
     if (!list_->view()->isVisible()) list_->view()->setCurrentIndex(list_->model()->index(list_->currentIndex(), 0));
     return QAccessible::queryAccessibleInterface(list_->view());
   }
@@ -50,7 +50,7 @@ class AccessibleDropDownList : public QAccessibleWidget {
     return {showMenuAction(), pressAction(), increaseAction(), decreaseAction()};
   }
 
-  // The next entry and the one before are chosen as by an arrow key, with the focus.
+  // Increase and decrease act like arrow keys, with the focus.
   void doAction(const QString& action) override {
     if (!list_->isEnabled() || IsBlockedByDialog()) return;
     const int step = action == increaseAction() ? 1 : action == decreaseAction() ? -1 : 0;
@@ -68,8 +68,8 @@ class AccessibleDropDownList : public QAccessibleWidget {
   NativeDropDownList* list_;
 };
 
-// Offers the commands as actions, by their captions: those of the window and those of the list with the focus, or of
-// any list that has an entry selected.
+// Offers commands as actions, named by caption: those of the window, and those of the focused list, or of any list with
+// a selection.
 class AccessibleWindow : public QAccessibleWidget {
  public:
   explicit AccessibleWindow(NativeWindow& window) : QAccessibleWidget(&window, QAccessible::Window), window_(&window) {}
@@ -92,7 +92,7 @@ class AccessibleWindow : public QAccessibleWidget {
     auto found = std::ranges::find_if(commands, hasFocus);
     if (found == commands.end()) found = std::ranges::find_if(commands, isMeant);
     if (found == commands.end() || !window_->isEnabled()) return;
-    // The command may wait for the user in a dialog, and the screen reader for the answer to its call.
+    // Queued: the command may open a dialog, while the screen reader waits for this call.
     QMetaObject::invokeMethod(
         window_, [&command = *found] { command.Run(); }, Qt::QueuedConnection);
   }

@@ -23,7 +23,7 @@
 #include "platform/qt/run.h"
 #include "platform/qt/style.h"
 
-// Qt's macro must stand outside all namespaces.
+// Qt requires this macro outside all namespaces.
 static void LoadIcon() { Q_INIT_RESOURCE(icon); }
 
 namespace platform {
@@ -53,23 +53,22 @@ struct EventFilter : QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override {
     const auto* const key = dynamic_cast<const QKeyEvent*>(event);
     if (key != nullptr && key->type() == QEvent::KeyRelease) released = {key->key(), key->timestamp()};
-    // Keys that click are to click once, however long they are held down, also where the first click has opened a
-    // dialog.
+    // A held-down key clicks only once, even if the first click opened a dialog.
     const bool clicksAgain = key != nullptr && IsPressed(*key) && IsRepeat(*key) && Clicks(key->key());
     if (clicksAgain || (IsDroppingInput() && IsPressed(*event))) return true;
     if (event->type() != QEvent::Quit) return QObject::eventFilter(receiver, event);
-    // The desktop asks by this event, at the end of its session for one. Qt would ask every window to close
-    // first, and stay when one refuses.
+    // The desktop sends this event, such as at the end of the session. Qt would first ask every window to close, and
+    // stay if one refuses.
     Quit();
     return true;
   }
 
-  std::pair<int, quint64> released;  // the last key, and when
+  std::pair<int, quint64> released;  // the last key, and its time
 };
 
-// While the display is opened. In its own words Qt would have the user install it again.
+// Active while the display is opened. Replaces Qt's misleading "reinstall the application" text.
 void TellWhyNoDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  static std::string reason;  // the first; what follows comes of it
+  static std::string reason;  // the first; later ones are consequences
   const std::string_view subject = context.category == nullptr ? "" : context.category;
   const bool isAboutDisplays = subject.empty() || subject.starts_with("qt.qpa");
   if (reason.empty() && (isAboutDisplays || type == QtFatalMsg))
@@ -97,11 +96,11 @@ struct Running {
 
 namespace {
 
-// As Qt has one application object for the whole program, so has the platform.
+// One per program, like Qt's application object.
 Running* running = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// Qt leaves by exit() when the display goes, from the middle of whatever it does. Taking down what lives on
-// there, and again at the end of main, would be a fault; the system takes it all.
+// When the display disconnects, Qt calls exit() from the middle of any code. Destroying Qt's objects there would crash;
+// the system frees everything.
 void EndWithoutDisplay() {
   if (running == nullptr) return;
   std::fputs("gantrel: the display has gone\n", stderr);
@@ -110,13 +109,13 @@ void EndWithoutDisplay() {
 
 QtMessageHandler qtsOwn = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// On Wayland Qt leaves by _exit(), which calls nobody, right after it has said so.
+// On Wayland, Qt calls _exit(), which runs no handlers, right after this message.
 void ListenForEndOfDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   qtsOwn(type, context, message);
   if (message.startsWith("The Wayland connection ")) EndWithoutDisplay();
 }
 
-// Signals first: a thread that Qt starts is to have the same ones blocked.
+// Signals first: threads that Qt starts must inherit the blocked ones.
 std::unique_ptr<Running> OpenDisplay(std::span<const WindowLayout> layouts, int& argumentCount, char** arguments) {
   const QtMessageHandler before = qInstallMessageHandler(TellWhyNoDisplay);
   const int quitRequests = QuitRequestDescriptor();
@@ -139,9 +138,9 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
     : running_(OpenDisplay(layouts, argumentCount, arguments)) {
   running = running_.get();
   [[maybe_unused]] static const int registered = std::atexit(EndWithoutDisplay);
-  // Nothing is kept outside the program's folder; Qt's file dialog would, in a file for all of its programs.
+  // Write nothing outside the program's folder; Qt's file dialog would use a settings file shared by all Qt programs.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
-  // Control sizes are given, so the look must be one that fits them; colours still follow the desktop.
+  // Control sizes are fixed, so the style must fit them; colours still follow the desktop.
   QApplication::setStyle(new Style);
   ChooseFonts();
   TellScreenReaders();
@@ -149,7 +148,7 @@ Application::Application(std::span<const WindowLayout> layouts, int& argumentCou
   QApplication::setWindowIcon(QIcon(":/gantrel.png"));
   QGuiApplication::setDesktopFileName("gantrel");
   qApp->installEventFilter(&running->eventFilter);
-  // At the end of its session, Windows tells only this much while the program waits in an event loop of its own.
+  // At the end of a Windows session, a nested event loop gets only this signal.
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, Quit);
 }
 
@@ -177,7 +176,7 @@ void StopForUnknownName(std::string_view kind, std::string_view name) {
 
 void NoteWindowOpened() { ++running->openWindows; }
 
-// At start-up the setup dialog closes before the main window was opened.
+// At start-up the setup dialog closes before the main window opens.
 void NoteWindowClosed() {
   if (--running->openWindows == 0 && running->isInMainLoop) Quit();
 }
@@ -186,8 +185,7 @@ void DropPendingInput() {
   constexpr int kLongest = 100;  // milliseconds
   running->isDroppingInput = true;
   QCoreApplication::processEvents(QEventLoop::AllEvents, kLongest);
-  // On Windows Qt puts what the system had for it behind what was posted. Without waiting: the program is not
-  // at rest yet.
+  // On Windows, Qt delivers system events after posted ones. Does not wait: the program is not idle yet.
   bool isDelivered = false;
   const auto note = [&isDelivered] { isDelivered = true; };
   QMetaObject::invokeMethod(qApp, note, Qt::QueuedConnection);
@@ -195,7 +193,7 @@ void DropPendingInput() {
   running->isDroppingInput = false;
 }
 
-// From the event loop, since a window may be destroyed by what is pending, and it may be the one whose handler this is.
+// Queued: pending events may destroy windows, even the one whose handler is running.
 void DropInputAfterHandler() {
   running->isDroppingInput = true;
   QMetaObject::invokeMethod(qApp, DropPendingInput, Qt::QueuedConnection);
@@ -203,14 +201,14 @@ void DropInputAfterHandler() {
 
 bool IsDroppingInput() { return running->isDroppingInput; }
 
-// X11 sends a release and a press of one time, which Qt does not always see to belong together.
+// X11 repeats keys as release and press of the same time, which Qt does not always detect.
 bool IsRepeat(const QKeyEvent& press) {
   const bool isOneTime = press.timestamp() != 0 && QGuiApplication::platformName() == "xcb" &&
                          running->eventFilter.released == std::pair(press.key(), press.timestamp());
   return press.isAutoRepeat() || isOneTime;
 }
 
-// Ending the loops says once more that the program is about to quit, in some versions of Qt.
+// In some versions of Qt, ending the loops emits aboutToQuit again.
 void Quit() {
   if (std::exchange(running->isQuitting, true)) return;
   QCoreApplication::exit(EXIT_SUCCESS);

@@ -51,7 +51,7 @@ class CodePageValidator : public QValidator {
 bool IsBlockedByDialog() { return QApplication::activeModalWidget() != nullptr; }
 
 QString LinesOnScreen(const QString& text) {
-  constexpr int kOtherLines = 8;  // a frame, a title, buttons
+  constexpr int kOtherLines = 8;  // frame, title, buttons
   const int height = QGuiApplication::primaryScreen()->availableGeometry().height();
   const auto most = std::max(height / QFontMetrics(QToolTip::font()).lineSpacing() - kOtherLines, 1);
   const QStringList lines = text.split('\n');
@@ -64,7 +64,7 @@ QString ToToolTip(const QString& text) {
   return "<p style='white-space:pre'>" + LinesOnScreen(text).toHtmlEscaped().replace('\n', "<br>") + "</p>";
 }
 
-// The style marks the focus only once the Tab key was pressed, thinly, and not at all in a list without entries.
+// The style marks the focus only after the Tab key, thinly, and never in an empty list.
 void MarkFocus(QWidget& widget) {
   constexpr int kThickness = 2;
   QPainter painter(&widget);
@@ -77,20 +77,20 @@ void KeepToCodePage(QLineEdit& box) { box.setValidator(new CodePageValidator(box
 
 NativeTextBox::NativeTextBox(QWidget* parent) : QLineEdit(parent) { KeepToCodePage(*this); }
 
-// By its own policy the wheel would bring it the focus first, and then choose.
+// With Qt's default policy, the wheel would take the focus and change the selection.
 NativeDropDownList::NativeDropDownList(QWidget* parent) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
 
 void NativeDropDownList::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  // Qt names the new owner of the focus before it tells the old one. Another program has no such owner here,
-  // and the list of entries is a window of its own.
+  // Qt sets the new focus widget before it notifies the old one. There is none when another program gets the focus; the
+  // drop-down popup is a window of its own.
   const QWidget* const next = QApplication::focusWidget();
   const bool goesToAnotherControl = next != nullptr && next != this && next->window() == window();
   if (goesToAnotherControl && onValidate) onValidate();
 }
 
 void NativeDropDownList::wheelEvent(QWheelEvent* event) {
-  event->ignore();  // it would choose another game, unnoticed by who scrolls past
+  event->ignore();  // would change the game unnoticed while scrolling
 }
 
 void NativeButton::paintEvent(QPaintEvent* event) {
@@ -116,7 +116,7 @@ bool NativeDropDownList::event(QEvent* event) {
 }
 
 void Button::SetEnabled(bool isEnabled) const {
-  // Also while a message that has just closed keeps the window from being the active one.
+  // Also while a closing message still keeps the window inactive.
   const bool hasFocus = native_->window()->focusWidget() == native_;
   if (!isEnabled && hasFocus && native_->focusFallback != nullptr) native_->focusFallback->setFocus();
   native_->setEnabled(isEnabled);
@@ -125,8 +125,8 @@ void Button::SetEnabled(bool isEnabled) const {
 void Button::OnClick(std::function<void()> handler) const {
   QObject::connect(native_, &QPushButton::clicked, native_, [native = native_, click = std::move(handler)] {
     if (IsBlockedByDialog()) return;
-    // The mouse has taken the focus from a drop-down list by now. So does a click by a key or by a screen reader, and
-    // the validation may show that there is nothing to click on.
+    // A mouse click has already taken the focus from a drop-down list; clicks by key or screen reader do so here. The
+    // validation may then disable the button.
     if (dynamic_cast<NativeDropDownList*>(native->window()->focusWidget()) != nullptr) native->setFocus();
     if (!native->isEnabled()) return;
     click();

@@ -44,30 +44,30 @@ QMessageBox::Icon BoxIcon(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
-// The dialog shows their texts alone.
+// The dialog shows only the texts.
 QStringList NameFilters(std::span<const FileFilter> filters) {
   QStringList list;
   for (const FileFilter& filter : filters) {
-    const std::string_view pattern = filter.pattern == "*.*" ? "*" : filter.pattern;  // a name without a dot, too
+    const std::string_view pattern = filter.pattern == "*.*" ? "*" : filter.pattern;  // names without a dot, too
     list << ToQt(filter.text) + " (" + ToQt(pattern) + ")";
   }
   return list;
 }
 
-// By way of UTF-8, since Qt's conversion to it never fails.
+// Via UTF-8: Qt's conversion to it never fails.
 std::filesystem::path FromQtPath(const QString& path) {
   const QByteArray text = path.toUtf8();
   return std::filesystem::path(std::u8string(text.begin(), text.end())).make_preferred();
 }
 
-// Nothing for a path that Qt cannot express: on Linux, one with a name that is not UTF-8.
+// Nothing for paths that Qt cannot represent: on Linux, names that are not UTF-8.
 std::optional<QString> ToQtPath(const std::filesystem::path& path) {
   const std::u8string text = path.u8string();
   if (!QUtf8StringView(text).isValidUtf8()) return std::nullopt;
   return QString::fromUtf8(text.c_str());
 }
 
-// The first of these that is a folder; empty when none is.
+// The first that is a folder; empty if none is.
 QString FirstFolder(const std::vector<std::filesystem::path>& folders) {
   for (const std::filesystem::path& folder : folders) {
     const auto path = ToQtPath(folder);
@@ -76,13 +76,13 @@ QString FirstFolder(const std::vector<std::filesystem::path>& folders) {
   return "";
 }
 
-// Takes the name of a file in any letter case, as the game's own system does.
+// Accepts a typed file name in any letter case, as the game does.
 struct FileDialog : QFileDialog {
   using QFileDialog::QFileDialog;
 
  protected:
   void accept() override {
-    auto* const box = findChild<QLineEdit*>();  // none where the dialog is the system's own
+    auto* const box = findChild<QLineEdit*>();  // none in the system's own dialog
     const QStringList chosen = selectedFiles();
     if (box != nullptr && chosen.size() == 1 && !QFileInfo::exists(chosen.front())) {
       const auto onDisk = ToQtPath(AsSpelledOnDisk(FromQtPath(chosen.front())));
@@ -92,7 +92,7 @@ struct FileDialog : QFileDialog {
   }
 };
 
-// Shows the places of the side bar by their accessible names, shortened to its width.
+// Paints side-bar entries with their accessible names, elided to fit.
 struct PlaceNames : QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
@@ -108,7 +108,7 @@ struct PlaceNames : QStyledItemDelegate {
   }
 };
 
-// Paths in the place of names: by its name, one drive_c is like the other.
+// Shows paths instead of names: many places are called drive_c.
 void NamePlaces(QListView& sideBar, const QList<QUrl>& places) {
   const QString home = QDir::homePath();
   for (int row = 0; row < places.size(); ++row) {
@@ -120,7 +120,7 @@ void NamePlaces(QListView& sideBar, const QList<QUrl>& places) {
   sideBar.setItemDelegate(new PlaceNames(&sideBar));
 }
 
-// The system's own dialog has neither such places nor a way to show what is hidden, as the folders of Steam are.
+// Uses Qt's dialog: the system's own cannot add these places or show hidden folders, such as Steam's.
 void OfferPlaces(QFileDialog& dialog, const std::vector<std::filesystem::path>& places) {
   if (places.empty()) return;
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -138,7 +138,7 @@ void OfferPlaces(QFileDialog& dialog, const std::vector<std::filesystem::path>& 
   }
 }
 
-// Nothing can be renamed, moved, deleted or created in the dialog, nor dragged out of it.
+// Disables renaming, moving, deleting and creating files, and dragging them out.
 void MakeReadOnly(QFileDialog& dialog) {
   dialog.setOption(QFileDialog::ReadOnly);
   for (auto* const view : dialog.findChildren<QAbstractItemView*>())
@@ -154,7 +154,7 @@ struct LeaveNoTraces {
 }  // namespace
 
 Answer MsgBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title) {
-  DropPendingInput();  // it is no answer
+  DropPendingInput();  // not meant as an answer
   QMessageBox box(QApplication::activeWindow());
   box.setWindowModality(Qt::ApplicationModal);
   box.setWindowTitle(ToQt(title));

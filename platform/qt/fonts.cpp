@@ -7,16 +7,16 @@
 
 #include "platform/qt/text.h"
 
-// Qt's macro must stand outside all namespaces.
+// Qt requires this macro outside all namespaces.
 static void LoadFonts() { Q_INIT_RESOURCE(fonts); }
 
 namespace platform {
 namespace {
 
-// By the family that the layouts name. Asking Qt anew for each control would take longer than all else.
+// Keyed by the layouts' family. Cached: asking Qt for each control would take longer than everything else.
 QHash<QString, QStringList> familiesFor;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// The families of the font that comes with the tool.
+// The families of the bundled font.
 QStringList OwnFamilies() {
   LoadFonts();
   QStringList families;
@@ -30,7 +30,7 @@ QStringList OwnFamilies() {
 
 void ChooseFonts() {
   const QStringList present = QFontDatabase::families();
-  // Last, and for characters that the first does not have.
+  // The last resort, and for missing characters.
   const QStringList plain = QFontDatabase::systemFont(QFontDatabase::GeneralFont).families();
   const QString comic = "Comic Sans MS";
   familiesFor[comic] = (present.contains(comic) ? QStringList(comic) : OwnFamilies()) + plain;
@@ -44,7 +44,7 @@ QFont ToQFont(const FontLayout& layout) {
   constexpr double kPixelsPerPoint = 96.0 / 72.0;
   QFont font;
   font.setFamilies(familiesFor.value(ToQt(layout.family)));
-  // In pixels, so that text keeps its proportion to the controls whatever resolution the desktop gives for fonts.
+  // In pixels, so that text keeps its proportion to the controls at any font resolution.
   font.setPixelSize(static_cast<int>(std::lround(layout.points * kPixelsPerPoint)));
   font.setBold(layout.isBold);
   return font;

@@ -26,7 +26,7 @@
 namespace platform {
 namespace {
 
-// An entry whose tooltip is made when it is shown, or told to a screen reader.
+// An entry that computes its tooltip on demand, for display or screen readers.
 class NativeEntry : public QListWidgetItem {
  public:
   NativeEntry(const QString& text, const NativeListBox& list) : QListWidgetItem(text), list_(&list) {}
@@ -44,7 +44,7 @@ class NativeEntry : public QListWidgetItem {
   const NativeListBox* list_;
 };
 
-// As wide as the list, whatever its text; with the warning sign where it is marked.
+// As wide as the list, with a warning sign if marked.
 class EntryDelegate : public QStyledItemDelegate {
  public:
   explicit EntryDelegate(NativeListBox& list) : QStyledItemDelegate(&list), list_(&list) {}
@@ -80,7 +80,7 @@ NativeListBox::NativeListBox(QWidget* parent) : QListWidget(parent), findBox_(ne
   findBox_->setFrameShape(QFrame::Box);
 }
 
-// Changes what is another, and nothing else.
+// Changes only the entries that differ.
 void NativeListBox::Fill(const QStringList& entries) {
   const int oldCount = count();
   const auto newCount = static_cast<int>(entries.size());
@@ -95,7 +95,7 @@ void NativeListBox::Fill(const QStringList& entries) {
   if (currentRow() >= 0) place_ = currentRow();
   if (before + after == 0) place_ = 0;
   place_ = std::clamp(place_, 0, std::max(newCount - 1, 0));
-  // A current entry that is not selected would be told to screen readers as if it were.
+  // Screen readers would announce a current entry as selected.
   const bool isToldOfEntry = hasFocus() && currentRow() >= 0;
   selectionModel()->clear();
   setAutoScroll(false);
@@ -120,7 +120,7 @@ bool NativeListBox::IsMarked(int row) const {
 }
 
 bool NativeListBox::IsCut(const QString& text) const {
-  constexpr int kMargins = 8;  // between the list's edges and an entry's text
+  constexpr int kMargins = 8;  // left and right of an entry's text
   return fontMetrics().horizontalAdvance(text) + kMargins > viewport()->width();
 }
 
@@ -139,7 +139,7 @@ QPoint NativeListBox::PlaceOfSelected() const {
 void NativeListBox::SetEmptyText(const QString& text) {
   emptyText = text;
   const QString told = count() == 0 ? text : "";
-  if (accessibleDescription() != told) setAccessibleDescription(told);  // it is said each time
+  if (accessibleDescription() != told) setAccessibleDescription(told);  // each call is announced
   viewport()->update();
 }
 
@@ -148,7 +148,7 @@ void NativeListBox::Repaint() {
   viewport()->repaint();
 }
 
-// By itself Qt would make an entry current that is not selected, unless the mouse brings the focus.
+// Unless the mouse brings the focus, Qt would make an unselected entry current.
 void NativeListBox::focusInEvent(QFocusEvent* event) {
   QFocusEvent byMouse(event->type(), Qt::MouseFocusReason);
   QListWidget::focusInEvent(selectionMode() == SingleSelection ? &byMouse : event);
@@ -159,8 +159,8 @@ void NativeListBox::focusOutEvent(QFocusEvent* event) {
   QListWidget::focusOutEvent(event);
 }
 
-// A screen reader selects without the focus. The list takes it as by a click, and the entry stays selected where the
-// selector's validation leaves it in its place.
+// Screen readers select without the focus. The list then takes the focus, as on a click, and the entry stays selected
+// unless the selector's validation moves it.
 void NativeListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QListWidget::selectionChanged(selected, deselected);
   if (selected.isEmpty() || dynamic_cast<NativeDropDownList*>(window()->focusWidget()) == nullptr) return;
@@ -169,13 +169,13 @@ void NativeListBox::selectionChanged(const QItemSelection& selected, const QItem
     setFocus();
     if (const QListWidgetItem* const same = item(row); same != nullptr && same->text() == text) setCurrentRow(row);
   };
-  QMetaObject::invokeMethod(this, takeFocus, Qt::QueuedConnection);  // the selection is not to change in its change
+  QMetaObject::invokeMethod(this, takeFocus, Qt::QueuedConnection);  // not while the selection is changing
 }
 
 void NativeListBox::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape && dragged_) return StopDragging();
   if (TakeFindKey(*event) || dynamic_cast<NativeWindow&>(*window()).TakeKey(*event)) return;
-  // Where no entry is selected, a key selects the one that it would go on from.
+  // With no selection, a key selects the current row, or one relative to it.
   if (selectionMode() == SingleSelection && selectedItems().isEmpty()) {
     const int place = currentRow() >= 0 ? currentRow() : place_;
     const int key = event->key();
@@ -186,7 +186,7 @@ void NativeListBox::keyPressEvent(QKeyEvent* event) {
   QListWidget::keyPressEvent(event);
 }
 
-// Letters go on with what was typed a moment ago, or begin anew. False for a key that finding has no use for.
+// Letters extend the recent search text or start a new one. False for keys that searching does not use.
 bool NativeListBox::TakeFindKey(const QKeyEvent& event) {
   if (selectionMode() != SingleSelection) return false;
   const bool isFinding = findBox_->isVisible();
@@ -212,7 +212,7 @@ bool NativeListBox::TakeFindKey(const QKeyEvent& event) {
   return true;
 }
 
-// Screen readers hear the match as the entry that is now current, and of no match from the box.
+// Screen readers announce a match as the current entry; a miss, from the box.
 void NativeListBox::Find(FindStep step) {
   constexpr int kMoment = 3000;  // milliseconds
   const int match = FindName(Texts(), FromQt(typed_), currentRow(), step);
@@ -252,7 +252,7 @@ void NativeListBox::mousePressEvent(QMouseEvent* event) {
   pressed_ = event->position().toPoint();
 }
 
-// The entry that was pressed is dragged, where the list has an order that can be changed.
+// Drags the pressed entry if the list can be reordered.
 void NativeListBox::mouseMoveEvent(QMouseEvent* event) {
   if (!onMove || (event->buttons() & Qt::LeftButton) == 0) return QListWidget::mouseMoveEvent(event);
   const QPoint place = event->position().toPoint();
@@ -300,7 +300,7 @@ void NativeListBox::contextMenuEvent(QContextMenuEvent* event) {
   dynamic_cast<NativeWindow&>(*window()).ShowMenu(*this, place);
 }
 
-// A selected row is seen without the focus as well, since a button acts on it, but paler.
+// Without the focus the selected row stays visible, but paler, since buttons act on it.
 void NativeListBox::initViewItemOption(QStyleOptionViewItem* option) const {
   QListWidget::initViewItemOption(option);
   option->state |= QStyle::State_Active;
@@ -310,8 +310,8 @@ void NativeListBox::initViewItemOption(QStyleOptionViewItem* option) const {
   option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
 }
 
-// Where a pixel of the layout is no whole number of the screen's, the entries may cover the line that the style draws
-// around them. This one is as thin as the screen has it, on the very edge.
+// At fractional scales, entries may cover the outline that the style draws. This one is a device pixel wide, at the
+// very edge.
 bool NativeListBox::event(QEvent* event) {
   const bool isHandled = QListWidget::event(event);
   if (event->type() != QEvent::Paint) return isHandled;
@@ -338,7 +338,7 @@ void NativeListBox::paintEvent(QPaintEvent* event) {
   }
   if (count() > 0 || emptyText.isEmpty()) return;
   constexpr int kMargin = 4;
-  QColor grey = palette().color(QPalette::Text);  // some themes leave Qt's colour for placeholders black on black
+  QColor grey = palette().color(QPalette::Text);  // in some themes Qt's placeholder colour is black on black
   grey.setAlphaF(0.6F);
   painter.setPen(grey);
   painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
@@ -398,7 +398,7 @@ void ListBox::OnMove(std::function<void(int from, int to)> handler) const {
       handler(from, to);
       DropInputAfterHandler();
     };
-    QMetaObject::invokeMethod(native, move, Qt::QueuedConnection);  // outside of the mouse's event
+    QMetaObject::invokeMethod(native, move, Qt::QueuedConnection);  // outside the mouse event
   };
 }
 

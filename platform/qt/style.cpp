@@ -5,8 +5,7 @@
 namespace platform {
 namespace {
 
-// With the colour of a window that Fusion would draw these outlines in, which is all that it takes that colour for
-// here.
+// Replaces the window colour, which Fusion uses here only to derive its outlines.
 template <typename Option>
 Option Outlined(const Option& option) {
   Option outlined = option;

@@ -43,7 +43,7 @@ QWidget* MakeLabel(const ControlLayout& control, QWidget* parent) {
   label->setTextFormat(Qt::PlainText);
   label->setText(ToQt(control.caption));
   label->setAlignment((control.kind == ControlKind::CentredLabel ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop);
-  label->setAttribute(Qt::WA_TransparentForMouseEvents);  // a label may reach below its neighbour
+  label->setAttribute(Qt::WA_TransparentForMouseEvents);  // labels may overlap the control below
   return label;
 }
 
@@ -71,12 +71,12 @@ QWidget* MakeWidget(const ControlLayout& control, QWidget* parent) {
       return new NativeTextBox(parent);
     case ControlKind::Line:
     case ControlKind::Frame:
-      break;  // painted on the window itself
+      break;  // painted by the window
   }
   return nullptr;
 }
 
-// Both Enter keys are one, wherever on the keyboard a key is.
+// Treats both Enter keys, and keypad keys, like the main ones.
 QKeyCombination Plain(QKeyCombination key) {
   const auto code = key.key() == Qt::Key_Enter ? Qt::Key_Return : key.key();
   return QKeyCombination(key.keyboardModifiers() & ~Qt::KeypadModifier, code);
@@ -92,7 +92,7 @@ Native& Find(const NativeWindow& window, std::string_view name) {
 
 }  // namespace
 
-// Without Maximise, and without a frame to resize it by.
+// No Maximise button, no resizable frame.
 NativeWindow::NativeWindow(const WindowLayout& layout)
     : QWidget(nullptr, Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint),
@@ -179,7 +179,7 @@ bool NativeWindow::Command::CanRun() const {
   return layout->actsOn == ActsOn::Window || (list != nullptr && !list->selectedItems().isEmpty());
 }
 
-// Taking the focus may refill the lists, so what can run is asked afterwards.
+// Focusing may refill the lists, so CanRun is checked afterwards.
 void NativeWindow::Command::Run() const {
   if (IsBlockedByDialog()) return;
   if (control != nullptr) control->setFocus();
@@ -218,7 +218,7 @@ void NativeWindow::ShowMenu(const QWidget& control, const QPoint& place) {
   menu->isEmpty() ? delete menu : menu->popup(place);
 }
 
-// The tooltip, where the mouse would ask for it.
+// Shows the tooltip where the mouse would.
 void NativeWindow::ShowDetails() {
   auto* const list = dynamic_cast<NativeListBox*>(focusWidget());
   QWidget* const shown = list != nullptr ? list->viewport() : focusWidget();
@@ -249,7 +249,7 @@ void NativeWindow::SetOpen(bool isOpen) {
   isOpen ? NoteWindowOpened() : NoteWindowClosed();
 }
 
-// Over another window of the tool, and clear of those of its own kind, which it would hide.
+// Above another window of the tool, offset from windows of its own kind.
 void NativeWindow::PlaceAmongOthers() {
   constexpr int kStep = 24;
   QPoint place;
@@ -276,9 +276,9 @@ void NativeWindow::Open() {
 
 void NativeWindow::OpenInFrontOf(NativeWindow& other) {
   other.inFront_ = this;
-  // No owner, except where the desktop lets no program raise its own windows.
+  // No owner, except on Wayland, where programs cannot raise their windows.
   if (IsOnWayland() && other.isOpen_) {
-    winId();  // there is no handle before
+    winId();  // creates the handle
     windowHandle()->setTransientParent(other.windowHandle());
   }
   Open();
@@ -320,17 +320,17 @@ void NativeWindow::BringWhatIsInFront() {
   inFront_->activateWindow();
 }
 
-// A desktop may maximise the window all the same, or give it the whole screen. Its controls stay where they are.
+// Some desktops still maximise the window or make it full-screen. Its controls stay in place.
 void NativeWindow::TakeDesktopsSize() {
   const bool isFixed = maximumSize() == minimumSize();
   const bool isFilling = isMaximized() || isFullScreen();
   if (isFilling == !isFixed) return;
   if (!isFilling) return IsOnWayland() ? resize(minimumSize()) : setFixedSize(minimumSize());
-  if (IsOnWayland() && !isMaximized()) return;  // it is centred in the screen as it is
+  if (IsOnWayland() && !isMaximized()) return;  // Wayland centres it on the screen
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-  // Wayland ends a program whose maximised window has another size. This one has been told its size before it could
-  // take it, so it must be told again before it is painted. It keeps no largest size from then on, since a desktop may
-  // show it unmaximised for a moment each time that it appears.
+  // Wayland kills a program whose maximised window has a different size. The compositor sent the size before the window
+  // could take it, so the window is shown again before it is painted. It keeps no maximum size afterwards: desktops may
+  // briefly show it unmaximised.
   if (IsOnWayland()) {
     hide();
     show();
@@ -338,7 +338,7 @@ void NativeWindow::TakeDesktopsSize() {
 }
 
 void NativeWindow::closeEvent(QCloseEvent* event) {
-  if (!isOpen_) return;  // the display may ask once more while the window is going
+  if (!isOpen_) return;  // the display may ask again while the window closes
   bool cancel = !isEnabled_ || (IsDroppingInput() && !closesByItself_);
   if (!cancel && onUnload) onUnload(cancel);
   event->setAccepted(!cancel);
@@ -366,7 +366,7 @@ void NativeWindow::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
   QPainter painter(this);
   constexpr int kDarker = 180;                          // percent
-  painter.setBrush(palette().color(QPalette::Window));  // of two frames that overlap, the later one is in front
+  painter.setBrush(palette().color(QPalette::Window));  // of overlapping frames, the later one is on top
   painter.setPen(Outline(palette(), kDarker));
   for (const ControlLayout& control : layout_.controls) {
     const QRect place = Pixels(control.place);
