@@ -12,10 +12,10 @@
 namespace support {
 namespace {
 
-constexpr const char* kProgram = "gantrel-test.exe";  // the ending is Windows's, and does no harm elsewhere
+constexpr const char* kProgram = "gantrel-test.exe";  // the suffix is for Windows and harmless elsewhere
 constexpr const char* kIsCopy = "GANTREL_TEST_IS_COPY";
 
-// Also what is read-only; but for `kept`, and the folders above it.
+// Removes read-only files, too; keeps `kept` and its parents.
 void Remove(const fs::path& path, const fs::path& kept) {
   if (path == kept) return;
   if (!fs::is_symlink(path)) {
@@ -28,7 +28,7 @@ void Remove(const fs::path& path, const fs::path& kept) {
   fs::remove(path, isNotEmpty);
 }
 
-// On a drive C: that is not below the root, the tests have two folders more.
+// On a drive C: outside the root, the tests use two more folders.
 void RemoveAllBut(const fs::path& kept) {
   for (const fs::path& path : {Root(), DriveC() / "Games", ExecutableFolder().parent_path()}) {
     if (fs::exists(path)) Remove(path, kept);
@@ -57,7 +57,7 @@ int RunInOwnFolder(int argumentCount, char** arguments, int (*run)(int, char**))
   const fs::path copy = ExecutableFolder() / kProgram;
   fs::create_directories(copy.parent_path());
   fs::path own = platform::BesideExecutable(fs::path(arguments[0]).filename().string());
-  if (!fs::exists(own)) own += ".exe";  // which a command may leave out
+  if (!fs::exists(own)) own += ".exe";  // commands may omit it
   fs::copy_file(own, copy, fs::copy_options::overwrite_existing);
   const QStringList others(arguments + 1, arguments + argumentCount);
   const int result = QProcess::execute(QString::fromStdU16String(copy.u16string()), others);

@@ -27,13 +27,13 @@ namespace {
   throw std::runtime_error(what + " '" + name + "'");
 }
 
-// What the user is about to do, each act when the tool has come to rest from the one before.
+// The remaining acts; each starts when the tool is idle after the previous one.
 struct Plan {
-  QObject context;  // what was connected and put off ends with it
+  QObject context;  // ends connections and queued calls with it
   std::deque<Act> acts;
   std::exception_ptr failure;
   QPointer<QWidget> lastActive;
-  bool isWaiting = false;  // for an event
+  bool isWaiting = false;  // for events
   bool isSettling = false;
   bool areDone = false;
 };
@@ -43,7 +43,7 @@ void GoOn() {
   plan->isWaiting = false;
   QWidget* const active = QApplication::activeWindow();
   if (active != nullptr && !active->isModal()) plan->lastActive = active;
-  // What the last act has put off until the next event happens before the next act.
+  // Calls queued by the last act run before the next act.
   if (std::exchange(plan->isSettling, false)) return;
   plan->areDone = plan->acts.empty();
   if (plan->areDone) return platform::Quit();
@@ -58,7 +58,7 @@ void GoOn() {
   }
 }
 
-// Qt calls it when the application object is made.
+// Called by Qt when the application object is created.
 void Begin() {
   if (plan == nullptr) return;
   QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &plan->context, [] {
@@ -67,8 +67,8 @@ void Begin() {
 }
 Q_COREAPP_STARTUP_FUNCTION(Begin)
 
-// What the user has in front of them: a dialog, or else the active window, or the last one that was. There are displays
-// that make none active when that one goes.
+// The window in front: a dialog, else the active window, else the last active one; some displays activate none when
+// that one closes.
 QWidget& Front() {
   QWidgetList windows = {QApplication::activeModalWidget(), QApplication::activeWindow(), plan->lastActive};
   windows += QApplication::topLevelWidgets();
@@ -109,7 +109,7 @@ QListWidgetItem& Item(const std::string& list, const std::string& entry) {
   return *found.front();
 }
 
-// Where the user points at.
+// Where the mouse points.
 struct Place {
   QWidget& widget;
   QPoint point;
@@ -124,7 +124,7 @@ Place PlaceOf(const std::string& control, const std::string& entry) {
   return {*list.viewport(), list.visualItemRect(&Item(control, entry)).center()};
 }
 
-// Given to the window as the display would: what is in the way gets the click instead.
+// Sent to the window, as by the display: whatever covers the place gets the click.
 void ClickAt(const Place& place, QTest::MouseAction action = QTest::MouseClick,
              Qt::MouseButton button = Qt::LeftButton) {
   QWidget* const window = place.widget.window();
@@ -150,7 +150,7 @@ QString WithoutMarkup(const QString& text) { return QTextDocumentFragment::fromH
 std::optional<int> Use(const std::vector<Act>& acts) {
   std::string programName = "gantrel";
   std::array<char*, 2> arguments = {programName.data(), nullptr};
-  // Only Qt's own dialogs can be clicked on here; where the system has some, they are looked at by eye.
+  // Only Qt's own dialogs can be clicked; the system's are checked by hand.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   Plan ofTheUser;
   ofTheUser.acts = {Focus, InTurn(acts)};
@@ -226,7 +226,7 @@ Act TurnWheel(const std::string& control) {
     const QPointF point = widget.mapTo(widget.window(), center);
     const QPoint notch(0, -QWheelEvent::DefaultDeltasPerStep);
     QWheelEvent event(point, point, {}, notch, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&event);  // as one from the display, which may give the focus as well
+    QSpontaneKeyEvent::setSpontaneous(&event);  // as from the display; may also change the focus
     QApplication::instance()->notify(widget.window()->windowHandle(), &event);
   };
 }
@@ -266,7 +266,7 @@ Act GoTo(const std::string& control) {
 Act Type(const std::string& text) {
   return [=] {
     Activate(Front());
-    // On any keyboard; which keys the characters are on does not matter.
+    // Independent of the keyboard layout.
     QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, ToQt(text), Qt::NoModifier);
   };
 }
@@ -293,7 +293,7 @@ Act Perform(const std::string& action, const std::string& control) {
   const Act act = [=] {
     QAccessible::queryAccessibleInterface(&Control(control))->actionInterface()->doAction(ToQt(action));
   };
-  constexpr std::chrono::milliseconds kLongest(200);  // Qt shows a button as pressed for half as long before it clicks
+  constexpr std::chrono::milliseconds kLongest(200);  // Qt shows a button pressed for half of this before it clicks
   return InTurn({act, Wait(kLongest)});
 }
 
@@ -326,7 +326,7 @@ Act SwitchToAnotherProgram() {
 
 Act Watch(const std::string& list, const Act& look, const Act& act) {
   return [=] {
-    const auto context = std::make_shared<QObject>();  // the connections end with it
+    const auto context = std::make_shared<QObject>();  // its connections end with it
     const QAbstractItemModel* const model = List(list).model();
     QObject::connect(model, &QAbstractItemModel::rowsInserted, context.get(), look, Qt::DirectConnection);
     QObject::connect(model, &QAbstractItemModel::rowsRemoved, context.get(), look, Qt::DirectConnection);

@@ -4,11 +4,11 @@
 #include <array>
 #include <cstdint>
 
-// Windows-1252: the code page of the game's own builds, and of a compatibility prefix in Western locales.
+// Windows-1252: the code page of the game's builds and of compatibility prefixes in Western locales.
 namespace platform {
 namespace {
 
-// The characters of 0x80 to 0x9F. The five codes without a character stand for the control characters of their number.
+// The characters of 0x80 to 0x9F. The five undefined codes map to the control characters of the same number.
 constexpr std::array<char16_t, 32> kUpperControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -50,7 +50,7 @@ char FoldCaseBeyondAscii(char character) {
   const bool isSmall = code >= 0xE0 && code <= 0xFE && code != 0xF7;
   if (isSmall) return static_cast<char>(code - 0x20);
   switch (code) {
-    case 0x9A:  // s, o-e and z with their marks, and y with two dots, stand apart from their capitals
+    case 0x9A:  // š, œ, ž and ÿ are not at a fixed distance from their capitals
     case 0x9C:
     case 0x9E:
       return static_cast<char>(code - 0x10);

@@ -18,15 +18,14 @@ namespace fs = std::filesystem;
 namespace platform {
 namespace {
 
-// Also where the system does not tell.
+// True also if the system cannot tell.
 bool MayBeFolder(const fs::path& path) {
   std::error_code failure;
   const fs::file_status status = fs::status(path, failure);
   return !fs::status_known(status) || fs::is_directory(status);
 }
 
-// A path in the forms in which it may lie below a drive: as given, and with all its links followed. Neither ends in a
-// slash.
+// The two forms in which a path may lie below a drive: as given, and with links resolved. Neither ends in a slash.
 std::array<fs::path, 2> Forms(const fs::path& path) {
   const fs::path given = (path / "").lexically_normal().parent_path();
   std::error_code failure;
@@ -34,7 +33,7 @@ std::array<fs::path, 2> Forms(const fs::path& path) {
   return {given, failure ? given : followed};
 }
 
-// Whether others may have put a prefix around the tool, to lead its writing elsewhere by its drives.
+// Whether others may have planted the prefix around the tool, to redirect its writes through drive links.
 bool IsTrap(const fs::path& prefix) {
   const auto isOfAnother = [](const fs::path& path) {
     struct stat status = {};

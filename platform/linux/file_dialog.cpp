@@ -18,7 +18,7 @@ std::vector<fs::path> GamePlaces() {
   for (const fs::path& prefix : Prefixes()) places.push_back(prefix / "drive_c");
   std::error_code untold;
   std::erase_if(places, [&](const fs::path& place) { return !fs::is_directory(place, untold); });
-  // Steam makes a prefix for each game, but has the games in its libraries: those come last.
+  // Steam's per-game prefixes come last: its games are in the libraries.
   std::stable_partition(places.begin(), places.end(),
                         [](const fs::path& place) { return place.native().find("/compatdata/") == std::string::npos; });
   return places;
@@ -37,7 +37,7 @@ std::vector<fs::path> StartFolders(std::string_view fileName) {
   return folders;
 }
 
-// The settings are a file here, which Qt was told not to have.
+// Here Qt's settings are a file, already disabled at start-up.
 void WithoutTraces(const std::function<void()>& act) { act(); }
 
 }  // namespace platform

@@ -10,13 +10,13 @@ namespace fs = std::filesystem;
 namespace platform {
 namespace {
 
-constexpr char16_t kNoCharacter = 0xFFFE;  // never a character, and in no code page
+constexpr char16_t kNoCharacter = 0xFFFE;  // never a character, in no code page
 
-// Each byte that is not part of a character gives kNoCharacter.
+// Decodes each invalid byte as kNoCharacter.
 std::u16string Decoded(std::string_view utf8) {
   const auto& utf8ToUtf16 = std::use_facet<std::codecvt<char16_t, char8_t, std::mbstate_t>>(std::locale::classic());
   const std::u8string bytes(utf8.begin(), utf8.end());
-  std::u16string wide(bytes.size(), kNoCharacter);  // no character takes more units than bytes
+  std::u16string wide(bytes.size(), kNoCharacter);  // no character takes more UTF-16 units than bytes
   const char8_t* from = bytes.data();
   char16_t* to = wide.data();
   while (from != bytes.data() + bytes.size()) {
@@ -31,8 +31,8 @@ std::u16string Decoded(std::string_view utf8) {
   return wide;
 }
 
-// Gives `name` the spelling that it has in the folder: its own, or else that of the first name, by byte order, that is
-// the same but for the letter case.
+// Changes `name` to its spelling in the folder: its own if that exists, else the first, by bytes, that differs only in
+// letter case.
 std::error_code SpellIn(const fs::path& folder, fs::path& name) {
   std::error_code result = Look(folder / name);
   const auto wanted = FromUtf8Exactly(name.native());

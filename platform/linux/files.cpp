@@ -23,7 +23,7 @@ namespace {
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-// The result of a call to the system, made again where a signal has interrupted it.
+// Retries a system call that a signal interrupted.
 template <typename Call>
 auto Uninterrupted(Call call) {
   auto result = call();
@@ -31,7 +31,7 @@ auto Uninterrupted(Call call) {
   return result;
 }
 
-// An open file, closed with it. A link is not followed: Find does that before.
+// An open file; closes it. Does not follow links: Find resolves them before.
 class File {
  public:
   File(const fs::path& path, int flags, mode_t mode = 0)
@@ -50,13 +50,13 @@ class File {
   int Descriptor() const { return descriptor_; }
   std::error_code OpenFailure() const { return openFailure_; }
 
-  // Also tells a write that failed late, on a network or a full disk.
+  // Also reports late write errors, on a network or a full disk.
   std::error_code Close() {
     const int result = close(std::exchange(descriptor_, -1));
     return result == 0 || errno == EINTR ? std::error_code() : LastError();
   }
 
-  // Adds up to `most` bytes; none at the file's end.
+  // Appends up to `most` bytes; none at the end of the file.
   std::error_code Read(std::string& bytes, std::size_t most) const {
     const std::size_t before = bytes.size();
     bytes.resize(before + most);
@@ -82,8 +82,8 @@ class File {
   std::error_code openFailure_;
 };
 
-// The system's own rule (fs.protected_symlinks), which it does not keep everywhere: in a folder that all may write to,
-// anyone could lead the user's writing to a file that is the user's alone.
+// The kernel's own rule (fs.protected_symlinks), which is not enabled everywhere: in a world-writable folder, anyone
+// could redirect the user's writes to one of the user's own files.
 std::error_code CheckMayBeFollowed(const fs::path& path, const struct stat& link) {
   struct stat folder = {};
   if (stat((path.parent_path() / "").c_str(), &folder) != 0) return LastError();
@@ -93,8 +93,8 @@ std::error_code CheckMayBeFollowed(const fs::path& path, const struct stat& link
   return FileRefusal::LinkOfAnother;
 }
 
-// Makes `path` that of the file itself: as spelled, or else in a spelling that differs in letter case alone, and at the
-// end of all links; a link that leads nowhere yet is followed as well.
+// Resolves `path` to the file itself: as spelled, else in another letter case, with all links followed, even one whose
+// target is missing.
 std::error_code Find(fs::path& path) {
   std::error_code failure = SpellAsOnDisk(path);
   constexpr int kMostLinks = 40;
@@ -115,23 +115,22 @@ std::error_code CheckIsFile(const struct stat& status) {
 }
 
 std::error_code CheckMayBeReplaced(const fs::path& path, const struct stat& old) {
-  constexpr mode_t kAnyonesWrite = S_IWUSR | S_IWGRP | S_IWOTH;  // read-only means read-only, also to root
+  constexpr mode_t kAnyonesWrite = S_IWUSR | S_IWGRP | S_IWOTH;  // read-only means read-only, even for root
   if (const auto refusal = CheckIsFile(old)) return refusal;
   if (access(path.c_str(), W_OK) != 0) return LastError();
   return (old.st_mode & kAnyonesWrite) != 0 ? std::error_code() : std::make_error_code(std::errc::permission_denied);
 }
 
-// Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
-// can be. The number is the tool's folder's, so tools of different folders that write one game's module file do not
-// share it; those of one folder have the lock.
+// Not derived from the file's name, which may already have maximum length. The number identifies the tool's folder:
+// tools in different folders that write one module file do not share it; those in one folder hold the lock.
 fs::path NewFileBeside(const fs::path& path) {
   struct stat tool = {};
   stat(BesideExecutable("").c_str(), &tool);
   return path.parent_path() / (".gantrel-new-" + std::to_string(tool.st_ino));
 }
 
-// The permissions must be kept, where the disk has any, and come last since a new owner clears some. The owner can be
-// kept only by root.
+// Permissions must be kept, if the disk has any; they come last, since a change of owner clears some. Only root can
+// keep the owner.
 std::error_code KeepOwnerAndPermissions(const File& file, const struct stat& old) {
   if (fchown(file.Descriptor(), old.st_uid, old.st_gid) != 0) [[maybe_unused]]
     const int groupKept = fchown(file.Descriptor(), static_cast<uid_t>(-1), old.st_gid);
@@ -146,7 +145,7 @@ std::error_code KeepOwnerAndPermissions(const File& file, const struct stat& old
 std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, const struct stat* old,
                                   const OldFile& oldFile);
 
-// A second name where the disk has such a thing and the file is about to lose its first, a copy otherwise.
+// Link: a hard link, if supported, for a file about to be replaced by renaming. Otherwise Copy.
 enum class Way : std::uint8_t { Link, Copy };
 std::error_code Keep(const OldFile& oldFile, const fs::path& path, const struct stat* old, Way way) {
   if (!oldFile.keptAs.is_absolute()) return {};
@@ -167,8 +166,8 @@ void Unkeep(const OldFile& oldFile) {
   if (oldFile.keptAs.is_absolute()) unlink(oldFile.keptAs.c_str());
 }
 
-// Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
-// The new file is made, never opened: a link or another file that somebody has put under its name is not written to.
+// Flushes before the rename, so that the name never has unwritten bytes. Creates the new file exclusively: never writes
+// to a link or file planted under its name.
 std::error_code ReplaceByRenaming(const fs::path& path, std::string_view bytes, const struct stat* old,
                                   const OldFile& oldFile) {
   const fs::path newPath = NewFileBeside(path);
@@ -195,7 +194,7 @@ std::error_code Overwrite(const File& file, std::string_view bytes) {
   return file.Flush();
 }
 
-// Where the folder takes no new file. The old bytes are read first, and put back when the new ones do not fit.
+// For folders that take no new file. Reads the old bytes first, and restores them if the new ones do not fit.
 std::error_code ReplaceInPlace(const fs::path& path, std::string_view bytes, const struct stat& status,
                                const OldFile& oldFile) {
   std::string old;
@@ -210,8 +209,8 @@ std::error_code ReplaceInPlace(const fs::path& path, std::string_view bytes, con
   return failure;
 }
 
-// Whether a file could not be replaced for a reason that does not keep it from being written itself: its folder takes
-// no new file, or its name is held fast.
+// Whether replacing failed for a reason that still permits writing in place: the folder takes no new file, or the name
+// is locked.
 bool OnlyTheFolderRefused(const std::error_code& failure) {
   return failure == std::errc::permission_denied || failure == std::errc::operation_not_permitted ||
          failure == std::errc::read_only_file_system || failure == std::errc::device_or_resource_busy;
@@ -219,14 +218,14 @@ bool OnlyTheFolderRefused(const std::error_code& failure) {
 
 }  // namespace
 
-// The system's own text would be in the user's language and in UTF-8.
+// Not strerror: its text is in the user's language and in UTF-8.
 std::string Reason(const std::error_code& failure) {
   const bool isSystems = failure.category() == std::generic_category() || failure.category() == std::system_category();
   const char* const text = isSystems ? strerrordesc_np(failure.value()) : nullptr;
   return text != nullptr ? text : failure.message();
 }
 
-// Not every file system can lock, and a folder that may not be listed cannot be opened for it.
+// Not every file system supports locks, and an unlistable folder cannot be opened for one.
 ToolLock LockTool() {
   constexpr auto kMoment = std::chrono::milliseconds(1);
   constexpr auto kPatience = std::chrono::seconds(5);
@@ -240,13 +239,13 @@ ToolLock LockTool() {
   return {folder, {}};
 }
 
-// To the end, wherever it is: some files of the system have more bytes than they say.
+// Reads to the real end: some system files are longer than their reported size.
 std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
   bytes.clear();
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
   fs::path found = path;
   if (const auto failure = Find(found)) return failure;
-  const File file(found, O_RDONLY | O_NONBLOCK);  // opening a pipe shall not wait for someone to write into it
+  const File file(found, O_RDONLY | O_NONBLOCK);  // opening a pipe must not wait for a writer
   if (!file.IsOpen()) return file.OpenFailure();
   struct stat status = {};
   if (fstat(file.Descriptor(), &status) != 0) return LastError();

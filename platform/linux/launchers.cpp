@@ -24,37 +24,36 @@ constexpr const char* kSteam =
     "{{.local/share,.var/app/com.valvesoftware.Steam/{.local/share,data},snap/steam/common/.local/share}/Steam,"
     ".steam/{debian-installation,root,steam}}";
 
-// The launchers' own files, which name prefixes, or folders with prefixes inside.
+// The launchers' files that name prefixes, or folders of prefixes.
 constexpr const char* kHeroic =
     "{.config,.var/app/com.heroicgameslauncher.hgl/config}/heroic/{GamesConfig/*.json,config.json}";
 constexpr const char* kLutris = "{.config,.local/share,.var/app/net.lutris.Lutris/{config,data}}/lutris/games/*.yml";
 constexpr const char* kBottles = "{.local/share,.var/app/com.usebottles.bottles/data}/bottles/data.yml";
 
-// Where they make prefixes if nothing else is set.
+// Their default folders for prefixes.
 constexpr const char* kHeroicsOwn = "Games/Heroic/Prefixes/{*,default/*}";
 constexpr const char* kBottlesOwn = "{.local/share,.var/app/com.usebottles.bottles/data}/bottles/bottles/*";
 
-// How many bytes of the launchers' files are read at a time, and how deep brackets may be nested there: a file has one
-// or two thousand bytes for a game, and is five levels deep. With much more the parser could be busy for minutes.
+// Limits for the launchers' files, in total bytes and bracket nesting. Real ones have one or two thousand bytes per
+// game and five levels; far beyond the limits, parsing could take minutes.
 constexpr std::size_t kMostToParse = std::size_t{2} * 1024 * 1024;
 constexpr int kDeepest = 20;
 
 using Paths = std::vector<fs::path>;
 
-// Whatever is no absolute path is left out.
+// Ignores anything but absolute paths.
 void AddPath(const std::string& text, Paths& paths) {
   const fs::path path = text.starts_with("~/") ? HomeFolder() / text.substr(2) : fs::path(text);
   if (path.is_absolute()) paths.push_back(path);
 }
 
-// The texts in quotes, and whatever stands between them. Steam's files are made of these alone, and escape as this
-// does.
+// VDF: quoted strings, which std::quoted unescapes.
 void AddPathsOfSteam(std::string_view bytes, Paths& paths) {
   std::istringstream file{std::string(bytes)};
   for (std::string text; file >> std::quoted(text);) AddPath(text, paths);
 }
 
-// Up to where the file is damaged. Also of JSON, all of which is YAML. Takes the tokens alone: above them, the parser
+// Reads JSON, too: it is a subset of YAML. Stops where the file is damaged. Uses only the scanner's tokens: the parser
 // compares each directive with all others.
 // NOLINTBEGIN(cppcoreguidelines-pro-type-reinterpret-cast, cppcoreguidelines-pro-type-union-access): a library in C
 void AddPathsOfYaml(std::string_view bytes, Paths& paths) {
@@ -75,8 +74,8 @@ void AddPathsOfYaml(std::string_view bytes, Paths& paths) {
 }
 // NOLINTEND(cppcoreguidelines-pro-type-reinterpret-cast, cppcoreguidelines-pro-type-union-access)
 
-// All paths that a launcher's file has, under whatever key: what is there tells which of them are prefixes or
-// libraries, so that no change of the keys can hide one. None of a file that takes more than the room that is left.
+// All paths in a launcher's file, under any key: the disk shows which are prefixes or libraries, so renamed keys do not
+// matter. None if the file exceeds the remaining room.
 Paths PathsIn(const fs::path& file, void (*addPaths)(std::string_view, Paths&), std::size_t& room) {
   Paths paths;
   std::string bytes;
@@ -86,10 +85,10 @@ Paths PathsIn(const fs::path& file, void (*addPaths)(std::string_view, Paths&), 
   return paths;
 }
 
-// Folders, each once.
+// Folders without duplicates.
 class Folders {
  public:
-  // Where the folder has no such file or folder inside, it is passed over.
+  // Ignores a folder that does not contain `mark`.
   void Add(const fs::path& folder, const char* mark) {
     std::error_code failure;
     const fs::path followed = fs::canonical(folder, failure);
@@ -97,7 +96,7 @@ class Folders {
     if (isThere && known_.insert(followed).second) folders_.push_back(folder);
   }
 
-  // With Proton, the prefix is inside the folder that the launcher knows.
+  // Proton puts the prefix inside the folder that the launcher names.
   void AddPrefix(const fs::path& folder) {
     for (const fs::path& prefix : {folder, folder / "pfx"}) Add(prefix, "system.reg");
   }
@@ -105,7 +104,7 @@ class Folders {
   const Paths& All() const { return folders_; }
 
  private:
-  std::set<fs::path> known_;  // with all links followed
+  std::set<fs::path> known_;  // with links resolved
   Paths folders_;
 };
 

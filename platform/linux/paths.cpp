@@ -16,7 +16,7 @@ fs::path BesideExecutable(std::string_view name) {
   std::ranges::replace(given, '\\', '/');
   std::error_code failure;
   const fs::path executable = fs::read_symlink("/proc/self/exe", failure);
-  // In text, as a name that begins with a separator is below the folder as well.
+  // As text: a name that begins with a separator must stay below the folder, too.
   return (failure ? fs::path(".") : executable.parent_path()).concat("/").concat(ToUtf16(given));
 }
 

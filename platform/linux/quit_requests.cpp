@@ -6,8 +6,8 @@
 
 namespace platform {
 
-// Who started the program may have it ignore a signal: nohup does. Of the others no handler is called, since they are
-// blocked: they wait in the descriptor.
+// Signals that the parent chose to ignore stay ignored (nohup). The others are blocked, so no handler runs; they arrive
+// through the descriptor.
 int QuitRequestDescriptor() {
   sigset_t requests;
   sigemptyset(&requests);

@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-// Brings a prefix's value into the form that is given; whether that can be. Paths there are on the prefix's own drives,
-// and everybody else speaks of those of the tool's prefix: the drives of another one have other letters, or none.
+// Translates a prefix's value for the caller; false if impossible. Its paths are on the prefix's own drives; callers
+// expect those of the tool's prefix, whose letters may differ.
 bool Give(const std::filesystem::path& prefix, const std::optional<std::filesystem::path>& own, RegistryValue& value) {
   if (value.data.size() > kMostValueBytes) return false;
   const std::string_view text = std::string_view(value.data).substr(0, value.data.find('\0'));
@@ -28,7 +28,7 @@ bool Give(const std::filesystem::path& prefix, const std::optional<std::filesyst
 
 }  // namespace
 
-// The first prefix that has the key and in it a value that can be given answers.
+// Takes the first prefix that has the key with a usable value.
 std::vector<std::optional<RegistryValue>> ReadRegistry(std::int32_t root, std::span<const std::string> keyNames,
                                                        std::string_view valueName) {
   std::vector<std::optional<RegistryValue>> values(keyNames.size());

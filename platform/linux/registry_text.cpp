@@ -15,9 +15,9 @@ constexpr std::uint32_t kRegMultiSz = 7;
 
 constexpr bool IsText(std::uint32_t type) { return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz; }
 
-// The functions named Take... remove what they read from the front of the text that they are given.
+// Functions named Take... remove what they read from the front of their text.
 
-// One line, without its line end and the blanks before it.
+// One line, without its line end and leading blanks.
 std::string_view TakeLine(std::string_view& text) {
   const std::size_t lineEnd = text.find('\n');
   const std::string_view line = text.substr(0, lineEnd);
@@ -25,15 +25,15 @@ std::string_view TakeLine(std::string_view& text) {
   return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }
 
-// Whether the line begins with `word`; it is removed only if so.
+// Whether the line begins with `word`; only then removes it.
 bool Take(std::string_view& line, std::string_view word) {
   if (!line.starts_with(word)) return false;
   line.remove_prefix(word.size());
   return true;
 }
 
-// A number without sign; nothing, and nothing removed, when the line begins with fewer digits. Takes no more of them
-// than `maxDigits`, which is at most 8.
+// An unsigned number of at most `maxDigits` digits (8 or less). Nothing, with nothing removed, if there are fewer than
+// `minDigits`.
 std::optional<std::uint32_t> TakeNumber(std::string_view& line, int base, std::size_t minDigits,
                                         std::size_t maxDigits) {
   std::uint32_t number = 0;
@@ -53,35 +53,35 @@ char TakeChar(std::string_view& line) {
 
 constexpr char16_t ToUnit(char c) { return static_cast<unsigned char>(c); }
 
-// What stands behind a backslash. The line is not empty.
+// The character after a backslash. The line is not empty.
 char16_t TakeEscaped(std::string_view& line) {
   if (const auto octal = TakeNumber(line, 8, 1, 3)) return static_cast<char16_t>(*octal);
 
   const char escaped = TakeChar(line);
   if (escaped == 'x') return static_cast<char16_t>(TakeNumber(line, 16, 1, 4).value_or(ToUnit(escaped)));
   if (escaped == 'e') return 0x1B;
-  constexpr std::string_view kFromBellOn = "abtnvfr";  // the control characters from 7 to 13
+  constexpr std::string_view kFromBellOn = "abtnvfr";  // the control characters 7 to 13
   const std::size_t control = kFromBellOn.find(escaped);
   return control == std::string_view::npos ? ToUnit(escaped) : static_cast<char16_t>(7 + control);
 }
 
-// The next UTF-16 unit of a name or a quoted text. The line is not empty.
+// The next UTF-16 unit of a name or quoted text. The line is not empty.
 char16_t TakeUnit(std::string_view& line) {
   const char first = TakeChar(line);
   return first != '\\' || line.empty() ? ToUnit(first) : TakeEscaped(line);
 }
 
-// What the code page cannot spell has no letter cases here: the names that are asked for are in the code page.
+// Characters outside the code page need no folding: requested names are in the code page.
 char16_t Folded(char16_t unit) {
-  if (unit < 0x80) return ToUnit(FoldCase(static_cast<char>(unit)));  // all code pages are alike there
+  if (unit < 0x80) return ToUnit(FoldCase(static_cast<char>(unit)));  // the same in all code pages
   const auto character = FromUtf16Exactly({&unit, 1});
   if (!character) return unit;
   const char folded = FoldCase(character->front());
   return ToUtf16({&folded, 1}).front();
 }
 
-// Whether the line begins with `name`, which an `end` that is not escaped would cut short. Names are not converted to
-// the code page, where everything that it lacks would be the same question mark.
+// Whether the line begins with `name`; an unescaped `end` ends the comparison. Compares UTF-16: in the code page, all
+// missing characters would be the same "?".
 bool TakeName(std::string_view& line, std::u16string_view name, char end) {
   for (const char16_t wanted : name) {
     if (line.empty() || line.front() == end) return false;
@@ -120,7 +120,7 @@ std::optional<RegistryValue> ReadDword(std::string_view line) {
   return RegistryValue{kRegDword, data};
 }
 
-// The bytes may go on in the lines below.
+// The bytes may continue on the lines below.
 std::optional<RegistryValue> ReadBytes(std::uint32_t type, std::string_view line, std::string_view linesBelow) {
   std::string bytes;
   bool goesOn = !line.empty();
@@ -136,7 +136,7 @@ std::optional<RegistryValue> ReadBytes(std::uint32_t type, std::string_view line
   return RegistryValue{type, IsText(type) ? FromUtf16Bytes(bytes) : bytes};
 }
 
-// What stands behind a value's name.
+// The text after a value's name.
 std::optional<RegistryValue> ReadValue(std::string_view line, std::string_view linesBelow) {
   if (line.starts_with('"')) return ReadText(kRegSz, line);
   if (Take(line, "dword:")) return ReadDword(line);
@@ -149,11 +149,11 @@ std::optional<RegistryValue> ReadValue(std::string_view line, std::string_view l
   return isText ? ReadText(*type, line) : ReadBytes(*type, line, linesBelow);
 }
 
-// The name under which a prefix keeps a key of the 32-bit view.
+// The name of a 32-bit view key in the prefix's file.
 std::string In32BitView(std::string_view keyName, bool is64Bit) {
   constexpr std::string_view kSoftware = R"(Software\)";
   constexpr std::string_view kNode = "Wow6432Node";
-  keyName = keyName.substr(0, keyName.find_last_not_of('\\') + 1);  // a separator at the end names no further key
+  keyName = keyName.substr(0, keyName.find_last_not_of('\\') + 1);  // ignores trailing separators
   if (!is64Bit || !SameName(keyName.substr(0, kSoftware.size()), kSoftware)) return std::string(keyName);
   const std::string_view below = keyName.substr(kSoftware.size());
   if (SameName(below.substr(0, below.find('\\')), kNode)) return std::string(keyName);

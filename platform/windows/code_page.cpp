@@ -6,8 +6,8 @@
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 
-// The system's own code page, whichever it is. Where it has characters of more than one byte, the conversions hold, but
-// letter case is told of the single bytes alone.
+// The system's code page, whichever it is. Multi-byte code pages convert correctly, but only single bytes have letter
+// case.
 namespace platform {
 namespace {
 
@@ -30,14 +30,14 @@ std::array<char, 256> MakeFoldedCases() {
 
 std::u16string ToUtf16(std::string_view text) {
   const int size = static_cast<int>(text.size());
-  std::wstring wide(text.size(), L'\0');  // no code page has characters that take more units than bytes
+  std::wstring wide(text.size(), L'\0');  // no code page has characters of more units than bytes
   const int units = size == 0 ? 0 : MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), size);
   wide.resize(static_cast<std::size_t>(units));
   return ToUnits(wide);
 }
 
-// There and back: the system has likenesses for what the code page lacks, a plain letter for one with a mark, which
-// would be another name.
+// Converts back to compare: the system replaces missing characters by similar ones, such as a letter without its
+// accent, which would be another name.
 std::optional<std::string> FromUtf16Exactly(std::u16string_view wide) {
   constexpr std::size_t kMostBytesPerUnit = 4;
   const std::wstring units = ToWide(wide);

@@ -14,7 +14,7 @@ std::vector<fs::path> GamePlaces() { return {}; }
 
 std::vector<fs::path> StartFolders(std::string_view /*fileName*/) { return {}; }
 
-// Below a key that ends with the session, no key can be made that does not.
+// A volatile key cannot have persistent subkeys.
 void WithoutTraces(const std::function<void()>& act) {
   const std::wstring name = L"Software\\Gantrel-" + std::to_wstring(GetCurrentProcessId());
   HKEY key = nullptr;
@@ -25,7 +25,7 @@ void WithoutTraces(const std::function<void()>& act) {
     ::RegCloseKey(replacement);
     RegDeleteKeyW(HKEY_CURRENT_USER, name.c_str());
   };
-  // Also undone when `act` throws.
+  // Restores also when `act` throws.
   const std::unique_ptr<std::remove_pointer_t<HKEY>, decltype(undo)> held(result == ERROR_SUCCESS ? key : nullptr,
                                                                           undo);
   if (held) RegOverridePredefKey(HKEY_CURRENT_USER, held.get());

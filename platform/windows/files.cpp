@@ -17,8 +17,7 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-// In the sentences that all systems have in common, where they have one. That another program holds the file only this
-// system says, and in its own words.
+// Uses the portable error texts where they exist. Sharing errors have only Windows's own.
 std::error_code ToError(DWORD code) {
   const std::error_code error(static_cast<int>(code), std::system_category());
   if (code == ERROR_SUCCESS) return {};
@@ -29,19 +28,19 @@ std::error_code ToError(DWORD code) {
   return {common.value(), std::generic_category()};
 }
 
-// Another program has the file open in a way that keeps us from it. Virus scanners and indexers do so for a moment
-// after a file was written.
+// Another program has the file open without sharing. Virus scanners and indexers do so briefly after a file was
+// written.
 bool IsHeld(DWORD code) {
   return code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION || code == ERROR_USER_MAPPED_FILE ||
          code == ERROR_DELETE_PENDING;
 }
 
-// Not every system and disk knows how to do it.
+// Not supported by every system and disk.
 bool IsUnknown(DWORD code) {
   return code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_FUNCTION || code == ERROR_INVALID_PARAMETER;
 }
 
-// The result of `attempt`, tried again for a moment while `isMomentary` says so of its result.
+// Retries `attempt` for a short time while `isMomentary` is true for its result.
 template <typename Attempt>
 DWORD Retried(Attempt attempt, bool (*isMomentary)(DWORD)) {
   constexpr DWORD kPause = 10;  // milliseconds
@@ -56,7 +55,7 @@ DWORD Retried(Attempt attempt, bool (*isMomentary)(DWORD)) {
 
 DWORD ResultOf(BOOL hasWorked) { return hasWorked != 0 ? ERROR_SUCCESS : GetLastError(); }
 
-// An open file, closed with it. What can fail gives the system's number.
+// An open file; closes it. Functions that can fail return the system's error code.
 class File {
  public:
   File(const std::wstring& path, DWORD access, DWORD disposition, DWORD attributes, DWORD share = kShareAll) {
@@ -79,7 +78,7 @@ class File {
   HANDLE Handle() const { return handle_; }
   DWORD OpenFailure() const { return openFailure_; }
 
-  // Adds up to `most` bytes; none at the file's end.
+  // Appends up to `most` bytes; none at the end of the file.
   DWORD Read(std::string& bytes, DWORD most) const {
     const std::size_t before = bytes.size();
     bytes.resize(before + most);
@@ -118,7 +117,7 @@ class File {
   DWORD openFailure_ = ERROR_SUCCESS;
 };
 
-// What is refused before a byte is read or written: folders and devices.
+// Rejects folders and devices before anything is read or written.
 std::error_code CheckIsFile(const File& file, BY_HANDLE_FILE_INFORMATION& information) {
   const DWORD type = GetFileType(file.Handle());
   if (type == FILE_TYPE_UNKNOWN && GetLastError() != NO_ERROR) return ToError(GetLastError());
@@ -130,7 +129,7 @@ std::error_code CheckIsFile(const File& file, BY_HANDLE_FILE_INFORMATION& inform
   return {};
 }
 
-// Makes `path` that of the file itself, at the end of all links.
+// Resolves all links in `path`.
 DWORD FollowLinks(std::wstring& path) {
   const File file(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
   if (!file.IsOpen()) return file.OpenFailure();
@@ -144,7 +143,7 @@ DWORD FollowLinks(std::wstring& path) {
   return ERROR_SUCCESS;
 }
 
-// Who may do what with the file, as the system keeps it; empty on disks that keep no such thing.
+// The file's access control list; empty on disks without one.
 std::vector<std::byte> AccessRights(const std::wstring& path) {
   DWORD size = 0;
   GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -153,7 +152,7 @@ std::vector<std::byte> AccessRights(const std::wstring& path) {
   return rights;
 }
 
-// That of the tool's folder, whichever path leads to it; empty where the system does not tell.
+// Identifies the tool's folder, whichever path leads to it; empty if unknown.
 std::wstring ToolNumber() {
   const File folder(ToSystem(BesideExecutable("")), FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
   BY_HANDLE_FILE_INFORMATION information = {};
@@ -162,15 +161,14 @@ std::wstring ToolNumber() {
          L"-" + std::to_wstring(information.nFileIndexLow);
 }
 
-// Beside the file that is about to be replaced. Not made from that file's name, which may already be as long as names
-// can be. The number is the tool's folder's, so tools of different folders that write one game's module file do not
-// share it; those of one folder have the lock.
+// Not derived from the file's name, which may already have maximum length. The number identifies the tool's folder:
+// tools in different folders that write one module file do not share it; those in one folder hold the lock.
 fs::path NewFileBeside(const fs::path& path) { return path.parent_path() / (L".gantrel-new" + ToolNumber()); }
 
-// One renaming over the old file. The system's own ReplaceFile keeps as much, but moves the old file away before the
-// new one takes its name: for a moment, and after a crash for good, there would be nothing under the name. It is the
-// open file that is renamed, not whatever has its name by then. The newer way also replaces what others are reading;
-// not all systems and disks have it. A file that another program has open is refused with "access denied" as well.
+// Renames over the old file in one step. The system's ReplaceFile first moves the old file away: for a moment, or after
+// a crash forever, no file has the name. Renames by handle, so no other file can take the new file's place. The newer
+// way also replaces files that others are reading; not all systems and disks support it. If another program has the
+// file open, the error may also be "access denied".
 DWORD TakeTheName(const File& file, const std::wstring& path) {
   constexpr auto kNewerWay = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);  // FileRenameInfoEx
   constexpr DWORD kReplaceEvenOpen = 3;  // FILE_RENAME_FLAG_REPLACE_IF_EXISTS | FILE_RENAME_FLAG_POSIX_SEMANTICS
@@ -180,7 +178,7 @@ DWORD TakeTheName(const File& file, const std::wstring& path) {
   info->FileNameLength = static_cast<DWORD>(path.size() * sizeof(wchar_t));
   std::ranges::copy(path, info->FileName);
   const auto rename = [&](FILE_INFO_BY_HANDLE_CLASS way, DWORD flags) {
-    std::memcpy(info, &flags, sizeof flags);  // older headers know no flags here
+    std::memcpy(info, &flags, sizeof flags);  // older headers lack the flags member
     return ResultOf(SetFileInformationByHandle(file.Handle(), way, info, static_cast<DWORD>(size)));
   };
   return Retried(
@@ -191,21 +189,21 @@ DWORD TakeTheName(const File& file, const std::wstring& path) {
       [](DWORD code) { return IsHeld(code) || code == ERROR_ACCESS_DENIED; });
 }
 
-// The open file itself; it is gone when it is closed.
+// Deletes by handle; takes effect on close.
 void Remove(const File& file) {
   FILE_DISPOSITION_INFO removal = {TRUE};
   SetFileInformationByHandle(file.Handle(), FileDispositionInfo, &removal, sizeof removal);
 }
 
-// What is kept of a file: its attributes, and who may do what with it.
+// What a replacement keeps: attributes and access rights.
 struct Traits {
-  DWORD attributes = INVALID_FILE_ATTRIBUTES;  // of no file
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;  // no file
   std::vector<std::byte> accessRights = {};
 };
 
 DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, const Traits& old, const OldFile& oldFile);
 
-// A second name where the disk has such a thing and the file is about to lose its first, a copy otherwise.
+// Link: a hard link, if supported, for a file about to be replaced by renaming. Otherwise Copy.
 enum class Way : std::uint8_t { Link, Copy };
 DWORD Keep(const OldFile& oldFile, const std::wstring& path, const Traits& old, Way way) {
   if (!oldFile.keptAs.is_absolute()) return ERROR_SUCCESS;
@@ -231,10 +229,10 @@ void Unkeep(const OldFile& oldFile) {
   if (oldFile.keptAs.is_absolute()) DeleteFileW(ToSystem(oldFile.keptAs).c_str());
 }
 
-// Nothing but what the disk holds counts as written: the bytes are flushed before the new file takes the name.
+// Flushes before the rename, so that the name never has unwritten bytes.
 DWORD ReplaceByRenaming(const std::wstring& path, std::string_view bytes, const Traits& old, const OldFile& oldFile) {
   const std::wstring newPath = NewFileBeside(path);
-  DeleteFileW(newPath.c_str());  // what a killed program has left
+  DeleteFileW(newPath.c_str());  // left by a killed program
   const DWORD attributes = old.attributes != INVALID_FILE_ATTRIBUTES ? old.attributes : FILE_ATTRIBUTE_NORMAL;
   const File file(newPath, GENERIC_WRITE | DELETE, CREATE_NEW, attributes, FILE_SHARE_READ);
   if (!file.IsOpen()) return file.OpenFailure();
@@ -260,7 +258,7 @@ DWORD Overwrite(const File& file, std::string_view bytes) {
   return file.Flush();
 }
 
-// Where the file cannot be exchanged for another. The old bytes are read first, and put back when the new ones do not
+// For files that cannot be replaced by renaming. Reads the old bytes first, and restores them if the new ones do not
 // fit.
 std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes, const Traits& traits,
                                const OldFile& oldFile) {
@@ -276,8 +274,8 @@ std::error_code ReplaceInPlace(const std::wstring& path, std::string_view bytes,
   return ToError(failure);
 }
 
-// Whether a file could not be replaced for a reason that does not keep it from being written itself: its folder takes
-// no new file, another program holds its name, or the disk cannot give a new file the old one's access rights.
+// Whether replacing failed for a reason that still permits writing in place: the folder takes no new file, another
+// program locks the name, or the new file cannot get the old one's access rights.
 bool OnlyTheExchangeWasRefused(DWORD code) {
   return IsHeld(code) || IsUnknown(code) || code == ERROR_ACCESS_DENIED || code == ERROR_PRIVILEGE_NOT_HELD ||
          code == ERROR_INVALID_OWNER;
@@ -287,7 +285,7 @@ bool OnlyTheExchangeWasRefused(DWORD code) {
 
 std::string Reason(const std::error_code& failure) { return failure.message(); }
 
-// The system releases it when the program ends.
+// The system releases it at the program's end.
 ToolLock LockTool() {
   constexpr DWORD kPatience = 5000;  // milliseconds
   const std::wstring number = ToolNumber();
@@ -301,7 +299,7 @@ ToolLock LockTool() {
 std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t most) {
   bytes.clear();
   if (!path.is_absolute()) return FileRefusal::FolderUnknown;
-  const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // which opens folders, too
+  const File file(ToSystem(path), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);  // also opens folders
   if (!file.IsOpen()) return ToError(file.OpenFailure());
   BY_HANDLE_FILE_INFORMATION information = {};
   if (const auto failure = CheckIsFile(file, information)) return failure;
@@ -312,7 +310,7 @@ std::error_code ReadFile(const fs::path& path, std::string& bytes, std::size_t m
   return FileRefusal::TooLarge;
 }
 
-// A link that leads to a file that is not there yet is not followed: the file is reported as missing.
+// Does not follow a link whose target is missing: the file is reported as missing.
 std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const OldFile& oldFile) {
   if (!path.is_absolute() || (oldFile.mustBeKept && !oldFile.keptAs.is_absolute())) return FileRefusal::FolderUnknown;
   std::wstring target = ToSystem(AsSpelledOnDisk(path));

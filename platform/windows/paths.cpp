@@ -19,8 +19,8 @@ constexpr std::wstring_view kLiteralShare = LR"(\\?\UNC\)";
 constexpr std::wstring_view kShare = LR"(\\)";
 constexpr std::wstring_view kDevice = LR"(\\.\)";
 
-// Asks a function of the system for a text of any length. `ask` takes a room and its size; it returns the length, or
-// the size that it needs when there is too little room.
+// Calls a system function that returns text of any length. `ask` takes a buffer and its size; it returns the length, or
+// the size it needs.
 template <typename Ask>
 std::wstring AskForText(Ask ask) {
   std::wstring text(MAX_PATH, L'\0');
@@ -47,8 +47,7 @@ bool IsThere(const std::wstring& folder) {
   return true;
 }
 
-// Names that begin with a dot are left out as on other systems, where they mean hidden: what keeps its own records in a
-// folder of such a name does so on all of them.
+// Names with a leading dot are hidden, as on other systems: programs use such folders for their own records everywhere.
 bool IsListed(const std::wstring& folder, const WIN32_FIND_DATAW& entry, Hidden hidden) {
   if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
   const bool isHidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0 || entry.cFileName[0] == L'.';
@@ -57,8 +56,8 @@ bool IsListed(const std::wstring& folder, const WIN32_FIND_DATAW& entry, Hidden 
   return !isLink || IsThere(folder + entry.cFileName);
 }
 
-// `folder`, which ends in a separator, with the name behind it as it is spelled there; as given when it is not there,
-// or when the system does not tell, which then finds the file all the same. So a drive, a server and its share stay.
+// `folder`, ending in a separator, plus the name as spelled there; as given if it is missing or the system cannot tell.
+// So drives, servers and shares stay as given.
 std::wstring Spelling(std::wstring folder, const std::wstring& name) {
   const std::wstring path = folder + name;
   WIN32_FIND_DATAW entry = {};
@@ -84,7 +83,7 @@ std::wstring ToSystem(const fs::path& path) {
   std::wstring whole =
       AskForText([&path](wchar_t* room, DWORD size) { return GetFullPathNameW(path.c_str(), size, room, nullptr); });
   if (whole.empty()) return path.native();
-  constexpr std::size_t kShort = MAX_PATH - 12;  // what a folder's path may take, so that it has room for a file's name
+  constexpr std::size_t kShort = MAX_PATH - 12;  // the longest folder path that leaves room for a file name
   if (whole.size() < kShort || whole.starts_with(kLiteral) || IsDevice(whole)) return whole;
   if (!whole.starts_with(kShare)) return whole.insert(0, kLiteral);
   return whole.replace(0, kShare.size(), kLiteralShare);
@@ -108,11 +107,11 @@ std::optional<fs::path> ToHostPath(std::string_view windowsPath) {
   if (path.starts_with(kShare)) return path;
   const bool hasDrive = windowsPath.size() >= 2 && IsLetter(windowsPath[0]) && windowsPath[1] == ':';
   if (!hasDrive || !IsDrive(windowsPath[0])) return std::nullopt;
-  if (!path.substr(2).starts_with(L'\\')) path.insert(2, 1, L'\\');  // never the drive's current folder
+  if (!path.substr(2).starts_with(L'\\')) path.insert(2, 1, L'\\');  // not relative to the drive's current folder
   return path;
 }
 
-// The system finds a file in any spelling, but a new file would take the name as given.
+// Windows finds files in any letter case, but a new file would be named as given.
 fs::path AsSpelledOnDisk(const fs::path& path) {
   const std::wstring given = ToSystem(path);
   if (IsDevice(given)) return path;
@@ -141,7 +140,7 @@ std::string DisplayName(const fs::path& path) { return FromUtf16(ToUnits(path.na
 
 namespace {
 
-// Calls `visit` with the folder, which ends in a separator, and with each of its entries.
+// Calls `visit` with the folder, ending in a separator, and each of its entries.
 template <typename Visit>
 DWORD VisitEntries(const fs::path& path, Visit visit) {
   std::wstring folder = ToSystem(path);
@@ -150,7 +149,7 @@ DWORD VisitEntries(const fs::path& path, Visit visit) {
   const std::unique_ptr<HANDLE, CloseFind> find(FindFirstFileExW(
       (folder + L'*').c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
   if (find.get() == INVALID_HANDLE_VALUE) {
-    // The root folder of an empty drive has no entries, not even those for itself.
+    // The root of an empty drive has no entries, not even ".".
     return GetLastError() == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : GetLastError();
   }
   do visit(folder, entry);

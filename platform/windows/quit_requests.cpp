@@ -2,7 +2,7 @@
 
 namespace platform {
 
-// The system sends messages to the windows, at the end of its session for one.
+// Windows sends messages to the windows instead.
 int QuitRequestDescriptor() { return -1; }
 
 }  // namespace platform

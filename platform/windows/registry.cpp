@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-// The data's size is not asked for: what follows it are zero bytes.
+// Ignores the data's size: the rest of the buffer is zero bytes.
 std::optional<RegistryValue> Read(HKEY root, const std::string& keyName, const std::string& valueName) {
   HKEY key = nullptr;
   if (RegOpenKeyExA(root, keyName.c_str(), 0, KEY_QUERY_VALUE | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS) {
@@ -25,7 +25,7 @@ std::optional<RegistryValue> Read(HKEY root, const std::string& keyName, const s
 
 std::vector<std::optional<RegistryValue>> ReadRegistry(std::int32_t root, std::span<const std::string> keyNames,
                                                        std::string_view valueName) {
-  // The predefined keys are numbers in the place of handles, extended by their sign.
+  // Predefined keys are sign-extended numbers, not handles.
   auto* const rootKey = reinterpret_cast<HKEY>(static_cast<std::intptr_t>(root));
   std::vector<std::optional<RegistryValue>> values;
   for (const std::string& keyName : keyNames) values.push_back(Read(rootKey, keyName, std::string(valueName)));

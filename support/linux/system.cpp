@@ -16,7 +16,7 @@ constexpr const char* kRootVariable = "GANTREL_TEST_ROOT";
 
 fs::path Prefix() { return Root() / "Pr\u00E9fix of \u00C4nn"; }
 
-// A value's bytes as the prefix writes them; those of a text are in UTF-16.
+// A value's bytes as the prefix stores them; text is UTF-16.
 std::string Bytes(std::uint32_t type, const std::string& data) {
   const bool isText = type != 3 && type != platform::kRegDword;
   const QByteArray bytes = isText ? QByteArray(QStringEncoder(QStringConverter::Utf16LE)(platform::ToQt(data)))
@@ -46,7 +46,7 @@ fs::path Root() {
 fs::path DriveC() { return Prefix() / "drive_c"; }
 
 void MakeRoot() {
-  // Not named by the process's number, which a folder left behind by a killed program may have.
+  // Not named after the process id: a killed program may have left that folder.
   std::string root = fs::temp_directory_path() / "gantrel \u00FCber all XXXXXX";
   if (mkdtemp(root.data()) == nullptr) throw std::runtime_error("cannot make a folder like " + root);
   setenv(kRootVariable, root.c_str(), 1);

@@ -6,8 +6,8 @@
 
 #include "platform/windows/system.h"
 
-// The settings hold paths on drive C:, and the registry is one for the whole machine, so the tests take a part of both
-// for themselves. Whoever starts them says by an environment variable that the machine is there for that.
+// The settings use paths on drive C:, and the registry is machine-wide, so the tests take over a part of both. An
+// environment variable must confirm that the machine may be used for this.
 namespace support {
 namespace {
 
