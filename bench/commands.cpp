@@ -1,5 +1,5 @@
-// The price of the main window's commands, in the real windows. Each is compared with what no program can do without:
-// one reading of each file that it needs, its replacements, and filling the same lists from texts in memory.
+// The cost of the main window's commands, in the real windows. The baseline is unavoidable work: read each needed file
+// once, replace files, and fill the lists from memory.
 
 #include <benchmark/benchmark.h>
 
@@ -47,7 +47,7 @@ struct Command {
   std::function<void()> prepare;
   // Calls `start` when the command's own work begins.
   std::function<void(frmMain& window, const std::function<void()>& start)> run;
-  int settingsWritten = 0;  // how often; for each mod, where `isForEach`
+  int settingsWritten = 0;  // number of writes; per mod if `isForEach`
   int modulesWritten = 0;
   bool isForEach = false;
 };
@@ -59,7 +59,7 @@ auto Click(const char* button) {
   };
 }
 
-// What comes before the answer is the user's time.
+// The time before the answer is the user's.
 void AnswerOk(const std::function<void()>& start) {
   auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
   if (box == nullptr) return QTimer::singleShot(0, [start] { AnswerOk(start); });
@@ -95,7 +95,7 @@ void ConfirmNewMod(frmMain& /*window*/, const std::function<void()>& start) {
 
 constexpr std::array kLists = {"lstNotActive", "lstActive"};
 
-// What a list shows already is not filled anew.
+// Otherwise unchanged entries would be skipped.
 void EmptyLists() {
   for (const char* const list : kLists) List(list).clear();
 }
@@ -144,7 +144,7 @@ double Limit(const Command& command, std::size_t mods) {
       lists[i]->clear();
       for (const std::string& text : texts[i]) lists[i]->addItem(QString::fromStdString(text));
     }
-    // The module file of the first pass has one mod in it, that of the last all.
+    // The module file has one mod in the first pass, all in the last.
     const std::size_t moduleSize = command.isForEach ? module.size() * (pass + 1) / mods : module.size();
     if (command.settingsWritten > 0) raw::Replace(settingsFile + ".limit", settings);
     if (command.modulesWritten > 0) raw::Replace(moduleFile + ".limit", module.substr(0, moduleSize));
@@ -165,7 +165,7 @@ void Measure(benchmark::State& state, const Command& command, int mods, int fold
     Clock::time_point start;
     command.run(window, [&] { start = Clock::now(); });
     state.SetIterationTime(SecondsSince(start));
-    platform::DoEvents();  // a dialog that has closed goes
+    platform::DoEvents();  // removes a closed dialog
     limit += Limit(command, static_cast<std::size_t>(mods));
   }
   state.counters["limit"] = benchmark::Counter(limit, benchmark::Counter::kAvgIterations);
@@ -193,7 +193,7 @@ int Run(int argumentCount, char** arguments) {
   benchmark::Initialize(&argumentCount, arguments);
   argumentCount = 1;
   const platform::Application application(Layouts(), argumentCount, arguments);
-  const platform::Window open("frmDoWSetup");  // or the tool would end with its last dialog
+  const platform::Window open("frmDoWSetup");  // keeps the tool running after its last dialog
   open.Show();
   support::Reset();
   std::filesystem::create_directories(sample::GameFolder());

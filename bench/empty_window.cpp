@@ -1,4 +1,4 @@
-// The least that a program with a window of this toolkit can be; with an argument, the least that shows text.
+// The smallest program with a Qt window; with an argument, the smallest that shows text.
 
 #include <QLabel>
 #include <memory>

@@ -1,4 +1,4 @@
-// The tool, from its start to its first painted window.
+// The tool from start to its first painted window.
 
 #include "app/layouts.h"
 #include "bench/first_paint.h"

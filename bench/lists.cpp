@@ -1,4 +1,4 @@
-// What is done in long lists: a mod is moved far, a name is found, and which mod wins among many files.
+// Work in long lists: moving a mod far, finding a name, and which mod wins among many files.
 
 #include <benchmark/benchmark.h>
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-// One change, saved, with its history.
+// One saved change, with history.
 void MoveFar(benchmark::State& state) {
   std::vector<std::string> passed;
   for (int n = 999; n >= 100; --n) passed.push_back("Mod " + std::to_string(n));
@@ -36,7 +36,7 @@ void FindName(benchmark::State& state) {
   }
 }
 
-// A thousand files in each of fifty mods, the same in all.
+// Fifty mods with the same thousand files.
 void WhichWins(benchmark::State& state) {
   for (int n = 1; n <= 50; ++n) {
     for (int file = 0; file < 1000; ++file) {

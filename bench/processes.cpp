@@ -1,5 +1,4 @@
-// The price of the tool as a process: until its first window is painted, beside an empty window of the same toolkit;
-// and while nobody does anything.
+// The cost of the tool as a process: until its first painted window, compared with an empty Qt window; and while idle.
 
 #include <benchmark/benchmark.h>
 #include <spawn.h>
@@ -30,7 +29,7 @@ struct Ended {
   double peakBytes = 0;
 };
 
-// Starts a built program from the folder that holds the settings file.
+// Starts a program from the folder of the settings file.
 pid_t Start(const char* program, char* argument = nullptr) {
   std::string path = support::ExecutableFolder() / fs::path(program).filename();
   if (!fs::exists(path)) fs::copy_file(program, path);
@@ -67,7 +66,7 @@ double ProcessorSeconds(pid_t process) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-// How often the process gave the processor back: every wake-up ends with it.
+// Voluntary context switches: each wake-up ends with one.
 double WakeUps(pid_t process) {
   std::ifstream status("/proc/" + std::to_string(process) + "/status");
   for (std::string word; status >> word;) {
@@ -77,7 +76,7 @@ double WakeUps(pid_t process) {
   std::abort();
 }
 
-// Without a settings file the tool opens the setup dialog and waits for it.
+// Without a settings file, the tool opens the setup dialog and waits.
 void MeasureRest(benchmark::State& state, bool isSetUp) {
   constexpr auto kToComeToRest = seconds(3);
   constexpr auto kRest = seconds(10);

@@ -1,5 +1,4 @@
-// The price of one reading of the settings: the file is read and parsed, and each mod is looked up. Beside it that of
-// reading the file alone.
+// The cost of reading the settings (read, parse, look up each mod), compared with reading the file alone.
 
 #include <benchmark/benchmark.h>
 

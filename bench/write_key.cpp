@@ -1,5 +1,5 @@
-// The price of writing one key, beside that of writing the same bytes to a new file, flushing and renaming it. Each
-// pass does both, one right after the other, since a disk's speed changes from one moment to the next.
+// The cost of writing one key, compared with writing, flushing and renaming the same bytes. Each pass does both in
+// turn, since disk speed fluctuates.
 
 #include <benchmark/benchmark.h>
 
@@ -37,7 +37,7 @@ void Measure(benchmark::State& state, int mods, const char* key) {
   state.counters["limit"] = benchmark::Counter(limit.count(), benchmark::Counter::kAvgIterations);
 }
 
-// The same change with the old file kept, and without; and taken back. The history is as full as it gets.
+// The same change with and without keeping the old file, and undone. The history is full.
 void MeasureHistory(benchmark::State& state, int mods) {
   const std::string section = std::string(sample::kGame) + "." + std::to_string(mods / 2);
   const std::string before = sample::Settings(mods, sample::Active::None);

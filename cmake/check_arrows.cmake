@@ -1,6 +1,6 @@
 cmake_minimum_required(VERSION 3.25)
 
-# Fails when a folder includes one that it must not know. Run as: cmake -DSOURCE_DIR=... -P check_arrows.cmake
+# Fails when a folder includes one that it must not know. Usage: cmake -DSOURCE_DIR=... -P check_arrows.cmake
 #
 #   app -> installations, module_file, mods -> settings -> platform
 #
@@ -24,7 +24,7 @@ foreach(folder app installations module_file mods settings platform)
       if(NOT target IN_LIST allowed)
         string(APPEND wrong "  ${shown}: ${include}\n")
       endif()
-      # Only the toolkit's own folder knows the toolkit's types, and only a system's own folder that system's.
+      # Only platform/qt/ uses Qt's types, and only a system's own folder its headers.
       if(include MATCHES "\"(platform/(qt|linux|windows)/)")
         string(FIND "${shown}" "${CMAKE_MATCH_1}" position)
         if(NOT position EQUAL 0)

@@ -1,5 +1,5 @@
-# Builds for 64-bit Windows on Debian, with the packages g++-mingw-w64-x86-64 and qt6-base-dev (for the toolkit's own
-# tools, which run here). GANTREL_WINDOWS_QT is the folder of a static toolkit for Windows of the same version.
+# Builds for 64-bit Windows on Debian, with the packages g++-mingw-w64-x86-64 and qt6-base-dev (for Qt's build
+# tools, which run here). GANTREL_WINDOWS_QT is the folder of a static Qt for Windows of the same version.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
@@ -18,5 +18,5 @@ set(QT_HOST_PATH_CMAKE_DIR /usr/lib/x86_64-linux-gnu/cmake)
 
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)  # for the tests
 
-# One file that needs nothing installed, the compiler's own libraries included.
+# A single file without dependencies, not even on the compiler's libraries.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")

@@ -9,9 +9,8 @@
 #include "platform/linux/registry_text.h"
 #include "settings/profile_text.h"
 
-// What is tried with any bytes whatever, by libFuzzer and, with the committed ones, by the tests. Each throws when a
-// rule does not hold; libFuzzer ends with that. An input is one or more fields, ended by "|"; the last goes to the
-// input's end.
+// Accepts any bytes: libFuzzer generates them, the tests replay the committed ones. Each target throws when a rule is
+// broken, which stops libFuzzer. An input is one or more fields, each ended by "|" except the last.
 namespace {
 
 void Require(bool holds, const char* rule) {
@@ -25,8 +24,7 @@ std::string_view TakeField(std::string_view& input) {
   return field;
 }
 
-// text|section|key|value|section|...: a text, and any number of changes to it. The rules for what is found are in
-// tables of the tests.
+// text|section|key|value|section|...: a text and changes to it. Tables in the tests cover what is found.
 [[maybe_unused]] void TryProfile(std::string_view input) {
   const std::string_view before = TakeField(input);
   ProfileText text(before);
@@ -36,7 +34,7 @@ std::string_view TakeField(std::string_view& input) {
     const std::string_view key = TakeField(input);
     const std::string_view value = TakeField(input);
     const std::string old = text.Text();
-    constexpr std::string_view kNotOnOneLine("\r\n\0", 3);  // which become blanks, so that the key may be another
+    constexpr std::string_view kNotOnOneLine("\r\n\0", 3);  // these become blanks, so the key may differ
     const bool isPlain = (std::string(section) + std::string(key)).find_first_of(kNotOnOneLine) == std::string::npos;
     const bool mayBeThere = !isPlain || text.Find(section, key).has_value();
     text.Set(section, key, value);
@@ -58,7 +56,7 @@ std::string_view TakeField(std::string_view& input) {
   for (const auto& found : platform::FindRegistryValues(text, keys, name)) {
     Require(!found || found->data.size() <= text.size() + 2, "a value takes no more room than what is written");
   }
-  // What is written first is found, whatever stands below it.
+  // The first key is found whatever follows it.
   const auto found = platform::FindRegistryValues("[Key] 1\n\"v\"=hex:01,\\\n  02\n" + text, keys, "V").back();
   Require(found && found->data == "\x01\x02", "a value is read as it was written");
 }
@@ -67,7 +65,7 @@ std::string_view TakeField(std::string_view& input) {
 
 #ifdef GANTREL_REPLAY
 
-// The tests' way in: tries the files that are named, at least four.
+// Entry point for the tests: tries the named files, at least four.
 // NOLINTNEXTLINE(bugprone-exception-escape): a rule that does not hold ends it
 int main(int argumentCount, char** arguments) {
   for (int i = 1; i < argumentCount; ++i) {
@@ -79,10 +77,10 @@ int main(int argumentCount, char** arguments) {
 
 #else
 
-// libFuzzer's way in; the build says which target it is.
+// libFuzzer's entry point; the build selects the target.
 // NOLINTNEXTLINE(readability-identifier-naming): libFuzzer's name
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): text is what all of them take
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): all targets take text
   GANTREL_FUZZ_TARGET({reinterpret_cast<const char*>(bytes), size});
   return 0;
 }

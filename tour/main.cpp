@@ -1,6 +1,6 @@
-// Shows by itself what Gantrel does, on a machine without a display: says each act, does it in the real windows, takes
-// pictures of them and of every message, and prints what came of it. Runs in a compatibility prefix with a game in it.
-// Arguments: the game's executable, the folder for the pictures.
+// Demonstrates Gantrel on a machine without a display: announces each act, performs it in the real windows, takes
+// pictures of them and of every message, and prints the results. Runs in a compatibility prefix with a game. Arguments:
+// the game's executable, the picture folder.
 
 #include <cstdio>
 #include <cstdlib>
@@ -25,7 +25,7 @@ using support::Click;
 using support::Press;
 using support::Type;
 
-// What is printed is UTF-8, on both systems; the tool's own text and files are in the code page.
+// Prints UTF-8 on both systems; the tool's text and files are in the code page.
 void Print(const std::string& text) {
   const std::u8string utf8 = fs::path(platform::ToUtf16(text)).u8string();
   std::fputs(std::string(utf8.begin(), utf8.end()).c_str(), stdout);
@@ -68,7 +68,7 @@ class Tour {
     Do({[=] { Print("      Available: " + listed("lstNotActive") + ". Activated: " + listed("lstActive") + ".\n"); }});
   }
 
-  // Says the message that is shown, takes a picture of it, and gives the answer.
+  // Prints the open message, takes its picture, and answers it.
   void Meet(const char* picture, const std::string& button) {
     const Act say = [=] {
       const auto message = support::ShownMessage();

@@ -5,14 +5,14 @@
 
 #include "tests/support/game.h"
 
-// Every command, in the real windows, with each reading and each replacement of a file going wrong as a whole. What may
-// go wrong inside these two is tried without any window.
+// Runs every command in the real windows, with each read and each replacement of a file failing as a whole.
+// replacing_test.cpp covers failures inside these two, without windows.
 using namespace support;
 
 namespace {
 
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): asked for by functions that the linker puts in
-// What the tool has asked for, while it is watched, and which of it goes wrong, counted from 1.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): shared with the functions that the linker inserts
+// The tool's operations while watched, and the one that fails, counted from 1.
 std::vector<std::string> operations;
 std::size_t wrong = 0;
 bool isWatched = false;
@@ -26,7 +26,7 @@ bool GoesWrong(const char* outcome, const char* path) {
 
 }  // namespace
 
-// The linker leads the tool's calls of these two functions through here (see tests/CMakeLists.txt).
+// The linker redirects the tool's calls of these two functions here (see tests/CMakeLists.txt).
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 extern "C" {
 int __real_open(const char* path, int flags, ...);
@@ -51,18 +51,18 @@ namespace {
 
 struct Command {
   const char* name;
-  const char* title;  // of what it tells
+  const char* title;  // of its failure messages
   std::vector<Act> prepare;
-  std::vector<Act> acts;  // none where the command is the tool's start
-  int readings;           // of the settings file, by opening it: a missing one twice
+  std::vector<Act> acts;  // empty for the tool's start
+  int readings;           // opening the settings file; twice if missing
   int replacements;       // of the same file
   bool isFirstStart = false;
 };
 
-// What the tool has told of failures. Questions are answered by their default button.
+// The failure messages shown. Questions are answered with their default button.
 std::vector<Message> failures;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): told by each answer
 
-// Also ends what the command has left open: what was typed is there, and can be put right.
+// Also closes dialogs that the command left open so that the user can correct the input.
 const Act kAnswerAll = [] {
   if (const auto message = ShownMessage()) {
     if (message->icon == "critical") failures.push_back(*message);
@@ -83,22 +83,22 @@ const Command kCommands[] = {
     {"Move", "Make Module", {Click("lstActive", "Gamma")}, {Click("cmdMoveUp")}, 1, 1},
     {"Delete", "Delete Mod", {Click("lstNotActive", "Beta")}, {Click("cmdDeleteMod")}, 2, 1},
     {"NewMod", "New Mod", {Click("cmdNewMod"), Type("Epsilon"), Click("lstDirs", "Zoo")}, {Click("OKButton")}, 1, 1},
-    // With the file that the file dialog offers.
+    // With the file name that the dialog suggests.
     {"AddGame", "New", {Click("cmdGoToGames")}, {Click("cmdnew"), Type("Second")}, 4, 1},
     {"RemoveGame", "Delete", {Click("cmdGoToGames"), kSelectGame}, {Click("cmdDelete")}, 4, 1},
     {"Start", "Gantrel", {}, {}, 2, 0},
     {"FirstStart", "DoW Installation Setup", {}, {}, 8, 1, true},
 };
 
-using State = std::vector<std::string>;  // what a command leaves: the settings, the module file, and what is shown
+using State = std::vector<std::string>;  // the result of a command: settings, module file, screen
 
-// The command, with the `which`th of its operations going wrong; none for 0.
+// Runs the command with its `which`th operation failing; 0: none.
 State Try(const Command& command, std::size_t which) {
   ResetWithFourMods();
   WriteFile(DriveC() / "W40k.exe", "");  // where the file dialog starts
   SetRegistry({{"Dawn of War", "C:\\Games\\D\xF6W"}, {"Dawn of War Beta", "C:\\Beta"}});
   WriteFile(ModuleFile(), "old");
-  WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nNextDirNum=7\n");  // not as it is without
+  WriteFile(ExecutableFolder() / "Make.ini", "[Make]\nNextDirNum=7\n");  // differs from the default
   failures.clear();
   operations.clear();
   wrong = which;
@@ -126,7 +126,7 @@ void TryAll(const Command& command) {
     const std::string& what = all[which - 1];
     SCOPED_TRACE(command.name + (" " + std::to_string(which)) + ": " + what);
     const State state = Try(command, which);
-    if (what.starts_with("system.reg")) continue;  // the registry then knows nothing
+    if (what.starts_with("system.reg")) continue;  // then no game is found
     if (state == expected && failures.empty()) continue;
     const bool isOld = state[0] == FourMods() || state[0].empty();
     EXPECT_TRUE(isOld || state[0] == expected[0] || !isOneChange) << state[0];

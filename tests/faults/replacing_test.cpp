@@ -6,22 +6,21 @@
 #include "support/own_folder.h"
 #include "tests/faults/system_calls.h"
 
-// The replacing and the reading of a file, with each of their calls to the system going wrong in turn, in every way
-// that it can.
+// Replaces and reads files, with each system call failing in turn, for every possible reason.
 using namespace support;
 using faults::calls;
 using faults::Fault;
 using platform::BesideExecutable;
 using platform::FileRefusal;
-using Content = std::optional<std::string>;  // of a file; nothing when it is missing
+using Content = std::optional<std::string>;  // of a file; nothing if missing
 
 namespace {
 
 const std::string kOld(3000, 'o');
 const std::string kNew(2000, 'n');
-const std::string kLarge(300'000, 'l');  // more than is read at first
+const std::string kLarge(300'000, 'l');  // more than one read
 
-// The system's, or the tool's own, where it is not told where the program is, or who holds the new file for good.
+// The injected error, or the tool's own: unknown program folder, or new file permanently busy.
 bool IsTrueReason(const std::error_code& failure, const Fault& fault) {
   return failure == std::error_code(fault.reason, std::system_category()).default_error_condition() ||
          failure == FileRefusal::FolderUnknown || (failure == FileRefusal::Busy && fault.isForGood);
@@ -29,7 +28,7 @@ bool IsTrueReason(const std::error_code& failure, const Fault& fault) {
 
 std::error_code Replace(const fs::path& path) { return platform::ReplaceFile(path, kNew); }
 
-// And the old file under another name: whole, or not at all.
+// Also checks the kept old file: complete or absent.
 fs::path Kept() { return BesideExecutable("History/Kept.txt"); }
 Content ContentOf(const fs::path& file) { return fs::exists(file) ? Content(support::ReadFile(file)) : std::nullopt; }
 std::error_code ReplaceAndTryToKeep(const fs::path& path) { return platform::ReplaceFile(path, kNew, {Kept()}); }
@@ -42,7 +41,7 @@ std::error_code Read(const fs::path& path) {
   return failure;
 }
 
-// What cannot be listed whole is not listed; the reason is not told.
+// Lists a folder completely or not at all, without a reason.
 std::error_code List(const fs::path& /*path*/) {
   const auto names = platform::ListSubfolders("C:\\My T\xF6\xF6ls");
   EXPECT_TRUE(!names || *names == std::vector<std::string>{"Gantrel"});
@@ -82,12 +81,12 @@ class Faults : public testing::TestWithParam<Row> {
     calls = {true, fault, areHalf, GetParam().takesNewFiles};
     const std::error_code failure = GetParam().act(GetParam().path());
     calls.areWatched = false;
-    EXPECT_TRUE(failure || !calls.areUnflushed) << "is said to be on the disk";
+    EXPECT_TRUE(failure || !calls.areUnflushed) << "success before the bytes are flushed";
     return failure;
   }
 
-  // What must be left: the old bytes after a failure, the new ones otherwise, and at most one file, which the next
-  // write takes over, where it could not be removed.
+  // After a failure the old bytes must remain, otherwise the new ones; at most one extra file may remain if it could
+  // not be deleted, and the next write reuses it.
   void Try(const Fault& fault, bool areHalf, bool passes) {
     const std::error_code failure = Act(fault, areHalf);
     SCOPED_TRACE(failure.message() + " at call " + std::to_string(fault.at) + (areHalf ? ", the first halfway" : ""));
@@ -95,12 +94,12 @@ class Faults : public testing::TestWithParam<Row> {
     const Content kept = ContentOf(Kept());
     const bool isNoneRight = failure || GetParam().act != ReplaceAndKeep;
     EXPECT_TRUE(kept ? *kept == GetParam().before.value_or("") : isNoneRight);
-    EXPECT_TRUE(!kept || !failure || fault.isForGood) << "there is no step where nothing was done";
+    EXPECT_TRUE(!kept || !failure || fault.isForGood) << "a history step without a change";
     EXPECT_FALSE(passes && failure);
     EXPECT_TRUE(!failure || IsTrueReason(failure, fault));
     EXPECT_LE(CountLeftOvers(), fault.isForGood ? 1 : 0);
     EXPECT_FALSE(Replace(file_));
-    EXPECT_EQ(CountLeftOvers(), 0) << "is not taken over by the next write";
+    EXPECT_EQ(CountLeftOvers(), 0) << "the next write does not reuse the leftover";
     ++tries_;
   }
 
@@ -128,17 +127,17 @@ TEST_P(Faults, LoseNothing) {
     ASSERT_FALSE(Act({}, areHalf));
     ASSERT_TRUE(Holds(after_));
     const auto names = calls.names;
-    if (names == whole) break;  // nothing that could be half
+    if (names == whole) break;  // nothing can be half done
     whole = names;
     for (int at = 0; at < std::ssize(names) && !HasFailure(); ++at) {
       for (const auto& [reason, passes] : faults::Reasons(names[static_cast<std::size_t>(at)])) {
         Try({at, reason}, areHalf, passes);
-        // In place, the old bytes need what the new ones had, and an end in the middle cannot be made good.
+        // In place, a lasting failure or a kill cannot be undone.
         if (GetParam().takesNewFiles && !passes) Try({at, reason, true}, areHalf, false);
       }
     }
   }
-  EXPECT_GT(tries_, 20) << "the calls are not met";
+  EXPECT_GT(tries_, 20) << "the calls are not intercepted";
 }
 
 const Row kRows[] = {

@@ -46,7 +46,7 @@ inline Verdict Meet(std::string_view name) {
   const bool isFirst = std::ranges::find(calls.names, name) == calls.names.end();
   calls.names.push_back(name);
   const bool fails = number == calls.fault.at || (number > calls.fault.at && calls.fault.isForGood);
-  EXPECT_FALSE(name == "rename" && calls.areUnflushed) << "takes the name before it is on the disk";
+  EXPECT_FALSE(name == "rename" && calls.areUnflushed) << "renamed before it is flushed";
   if (name == "write" || name == "WriteFile") calls.areUnflushed = calls.areUnflushed || !fails;
   if (name == "fsync" || name == "FlushFileBuffers") calls.areUnflushed = calls.areUnflushed && fails;
   if (fails) SetReason(calls.fault.reason);

@@ -8,11 +8,11 @@ const std::string kTwoGames = Text({"[Games]", "Count=2", "DoW1=First", "DoW2=Se
 const std::string kSecond = ", Second (D:\\two\\)";
 const std::string kTwo = "First (C:\\)" + kSecond;
 
-// A game outside the prefix, and the Windows path of its folder.
+// A game outside the prefix, and its folder as a Windows path.
 fs::path Elsewhere() { return Root() / "elsewhere" / "W40k.exe"; }
 std::string OnZ() { return *platform::ToWindowsPath({Elsewhere().parent_path().native()}) + "\\"; }
 
-// Picks a file in the file dialog by typing its name.
+// Picks a file by typing its name.
 Act Pick(const fs::path& file) {
   const Act look = [=] {
     EXPECT_EQ(ShownMessage().value().title, "Select DoW Path");
@@ -39,8 +39,7 @@ TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
   const Act install = [] {
     SetRegistry({{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}});
   };
-  Try("", "in their order, each folder with one backslash at its end",
-      {isFirst, seesNone, Click("OKButton"), install, kOpen},
+  Try("", "in order, each folder with one trailing backslash", {isFirst, seesNone, Click("OKButton"), install, kOpen},
       "Dawn of War (C:\\D\xF6W\\), Dawn of War Demo (C:\\Demo\\), Dawn of War Beta (D:\\)");
 }
 
@@ -58,21 +57,20 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
     return InTurn({Pick(GameFolder() / folder / "W40k.exe"), isSaid, Answer("OK")});
   };
   const std::string longName(120, 'x');
-  Check(kTwoGames, "in the registry's folder, where the dialog starts, as it is spelled on the disk",
+  Check(kTwoGames, "the dialog starts in the registry's folder, spelled as on the disk",
         {registry, kOpen, Name("<b>x</b> & y"), Pick("W40K.EXE")}, kTwo + ", <b>x</b> & y (C:\\Games\\D\xF6W\\)",
         With(With(kTwoGames, "Count=2", "Count=3"), "DoW2=Second", "DoW2=Second\r\nDoW3=<b>x</b> & y") +
             Text({"[<b>x</b> & y]", "Path=C:\\Games\\D\xF6W\\", "AutoPath=0"}));
-  Check(kTwoGames, "not with a taken name, nor after a cancel of the name or the file",
+  Check(kTwoGames, "not with a taken name, or after Cancel in either dialog",
         {kOpen, Name("Second"), Sees(taken), Answer("OK"), Click("cmdnew"), Answer("Cancel"), Name("Third"), Close()},
         kTwo);
-  Check(kTwoGames, "not where the settings cannot be read",
+  Check(kTwoGames, "not with unreadable settings",
         {kOpen, Write(kUnreadable), Name("Third"), Sees(unread), Answer("OK")}, kTwo, kUnreadable);
-  Try(kTwoGames, "beside what another program has added meanwhile",
-      {kOpen, Name("Third"), Write(three), Pick(Elsewhere())},
+  Try(kTwoGames, "keeps what another program added meanwhile", {kOpen, Name("Third"), Write(three), Pick(Elsewhere())},
       "New (C:\\), First (C:\\), Second (C:\\), Third (" + OnZ() + ")");
-  Check(kTwoGames, "not with a name that another program has taken meanwhile",
+  Check(kTwoGames, "not with a name that another program took meanwhile",
         {kOpen, Name("Third"), Write(withThird), Pick(Elsewhere()), Sees(taken), Answer("OK")}, kTwo, withThird);
-  Check(kTwoGames, "not in a folder that the code page cannot spell, nor in one that is cut when it is read",
+  Check(kTwoGames, "not in a folder outside the code page or longer than a setting",
         {kOpen, Name("Third"), refuses(u8"\u017Bycie", "W40k.exe cannot be used"),
          refuses(fs::path(longName) / longName, "more than 254 characters"), Press("Esc")},
         kTwo);
@@ -86,7 +84,7 @@ TEST(Setup, RemovesAGameWhenTheUserSaysSo) {
   Try(kTwoGames, "by the keyboard alone",
       {GoTo("cmdGoToGames"), enter, GoTo("lstGames"), Press("Down"), GoTo("cmdDelete"), enter, Sees(question), enter},
       "Second (D:\\two\\)");
-  Check(kTwoGames, "not where none is selected, nor for No", {kOpen, click, select, click, Answer("No")},
+  Check(kTwoGames, "not without a selection, or for No", {kOpen, click, select, click, Answer("No")},
         "[First (C:\\)]" + kSecond);
 }
 

@@ -16,17 +16,18 @@ TEST(GameList, ARuleChangesItsSettingsAndNoOthers) {
   CheckRules({
       {"an edition is registered with a separator", "", edition("D:\\x"),
        Text({"[Games]", "DoW1=X", "Count=1", "[X]", "Path=D:\\x\\", "AutoPath=1"})},
-      {"not where the registry knows none", "", edition(""), ""},
-      {"nor where its folder would be cut when it is read", "", edition(std::string(254, 'x')), ""},
-      {"a game is the last", three, add("X"),
+      {"not without a registry entry", "", edition(""), ""},
+      {"not with a folder longer than a setting", "", edition(std::string(254, 'x')), ""},
+      {"the last game is removed", three, add("X"),
        With(With(three, "Count=3", "Count=4"), "DoW3=C", "DoW3=C\r\nDoW4=X") +
            Text({"[X]", "Path=D:\\x\\", "AutoPath=0"})},
-      {"or the first", "", add("X"), Text({"[Games]", "Count=1", "DoW1=X", "[X]", "Path=D:\\x\\", "AutoPath=0"})},
-      {"the later ones move up, and nothing else goes, where it has another number by now", three, remove(1, "B"),
+      {"the first game is removed", "", add("X"),
+       Text({"[Games]", "Count=1", "DoW1=X", "[X]", "Path=D:\\x\\", "AutoPath=0"})},
+      {"a game is removed although its number has changed; later ones move up", three, remove(1, "B"),
        With(With(three, "[Games]\r\nCount=3", "[Games]\r\nCount=2"), "DoW2=B", "DoW2=C")},
-      {"of two with one name the one that was asked about", With(three, "DoW1=A", "DoW1=B"), remove(2, "B"),
+      {"of two with the same name, the one asked about", With(three, "DoW1=A", "DoW1=B"), remove(2, "B"),
        With(With(With(three, "DoW1=A", "DoW1=B"), "Count=3", "Count=2"), "DoW2=B", "DoW2=C")},
-      {"none beyond the count", With(three, "Count=3", "Count=2"), remove(3, "C"), With(three, "Count=3", "Count=2")},
+      {"not beyond the count", With(three, "Count=3", "Count=2"), remove(3, "C"), With(three, "Count=3", "Count=2")},
   });
 }
 

@@ -19,7 +19,7 @@ TEST(MainWindow, ShowsTheSettingsAndEnablesTheButtonsThatHaveSomethingToActOn) {
   Check(FourMods(), "", {areDisabled({})}, kFourShown);
   Check(Settings(2, {kAlpha, kBeta}), "a single active mod is not moved", {areDisabled({"cmdMoveDown", "cmdMoveUp"})},
         "Beta | Alpha");
-  Check(Text({"[Games]", "Count=-3", "DoW1=A"}), "a damaged count is no first start",
+  Check(Text({"[Games]", "Count=-3", "DoW1=A"}), "a damaged count is not a first start",
         {Shows("lstGame", "[A]"), areDisabled(all)}, "() | ()");
   Check(
       Text({"[Games]", "Count=1", "DoW1=<b>x</b> & y", "[<b>x</b> & y]", "ModCount=1", "[<b>x</b> & y.1]", "Name=&z"}),
@@ -28,12 +28,13 @@ TEST(MainWindow, ShowsTheSettingsAndEnablesTheButtonsThatHaveSomethingToActOn) {
 
 TEST(MainWindow, TheListsFollowTheSelectorWhenTheFocusLeavesItAndNotBefore) {
   const Act anotherProgram = SwitchToAnotherProgram();
-  Check(TwoGames(), "choosing refills nothing", {kChooseSecond}, kFourShown);
-  Check(TwoGames(), "nor does the open list", {kChooseSecond, Click("lstGame"), Press("Esc")}, kFourShown);
-  Check(TwoGames(), "nor does another program", {kChooseSecond, anotherProgram}, kFourShown);
+  Check(TwoGames(), "choosing a game refills nothing", {kChooseSecond}, kFourShown);
+  Check(TwoGames(), "opening the selector refills nothing", {kChooseSecond, Click("lstGame"), Press("Esc")},
+        kFourShown);
+  Check(TwoGames(), "switching programs refills nothing", {kChooseSecond, anotherProgram}, kFourShown);
   Check(TwoGames(), "the Tab key", {kChooseSecond, Press("Tab")}, "Other | ()");
   Check(TwoGames(), "a click into a list acts on the refilled list",
-        // The first entry is Other once the click has taken the focus.
+        // After the click has taken the focus, the first entry is Other.
         {kChooseSecond, Click("lstNotActive", "Beta")}, "[Other] | ()");
   Check(With(TwoGames(), "ModCount=1\r\n", "ModCount=0\r\n"),
         "a click on a button that the refill disables does nothing", {kChooseSecond, Click("cmdActivateAll")},
@@ -81,25 +82,25 @@ TEST(MainWindow, HasItsLookAndTheTabKeyGoesRoundInItsOrder) {
   Try(FourMods(), "", acts, kFourShown);
 }
 
-// The commands, from a click or a key to the files. Their rules are tried in mod_list_test.cpp.
+// From a click or key to the files. mod_list_test.cpp covers the rules.
 const Mod kActiveBeta = {"Beta", "1", kBeta.folders};
 const Act kSeesBusy = [] { EXPECT_TRUE(IsPointerBusy()); };
 const Act kSeesNotBusy = [] { EXPECT_FALSE(IsPointerBusy()); };
 
 TEST(Commands, ActivateModsAndWriteTheModuleFile) {
   const Names all = {"GammaData", "GammaSound", "BetaData", "AlphaData"};
-  Check(FourMods(), "one is activated, by a double click", {DoubleClick("lstNotActive", "Beta")},
-        "Delta | Alpha, Beta, Gamma", Settings(4, {kAlpha, kActiveBeta, kGamma, kDelta}), all);
-  Try(FourMods(), "one is deactivated, by its key", {Click("lstActive", "Alpha"), Press("Return")},
+  Check(FourMods(), "activate one by double click", {DoubleClick("lstNotActive", "Beta")}, "Delta | Alpha, Beta, Gamma",
+        Settings(4, {kAlpha, kActiveBeta, kGamma, kDelta}), all);
+  Try(FourMods(), "deactivate one by key", {Click("lstActive", "Alpha"), Press("Return")},
       "Alpha, Beta, Delta | Gamma");
-  Check(FourMods(), "all are activated, while the pointer is busy",
+  Check(FourMods(), "activate all, with a busy pointer",
         {Watch("lstActive", kSeesBusy, Click("cmdActivateAll")), kSeesNotBusy}, "() | Alpha, Beta, Gamma, Delta",
         Settings(4, {kAlpha, kActiveBeta, kGamma, {"Delta", "1"}}), all);
-  Try(FourMods(), "all are deactivated", {Click("cmdDeactivateAll")}, "Alpha, Beta, Gamma, Delta | ()");
-  Try(Settings(4, {kBeta, kBeta, kDelta, kAlpha}), "all but a mod that cannot be told from another",
-      {Click("cmdActivateAll")}, "Beta | Beta, Delta, Alpha");
+  Try(FourMods(), "deactivate all", {Click("cmdDeactivateAll")}, "Alpha, Beta, Gamma, Delta | ()");
+  Try(Settings(4, {kBeta, kBeta, kDelta, kAlpha}), "all except a mod with a duplicate name", {Click("cmdActivateAll")},
+      "Beta | Beta, Delta, Alpha");
   const Message message = Failed("Make Module", kUnread, "1 of 2 mods were activated.");
-  Try(FourMods(), "what stops in the middle says how far it came",
+  Try(FourMods(), "a failure part way reports the progress",
       {Watch("lstNotActive", Write(kUnreadable), Click("cmdActivateAll")), Sees(message), Answer("OK")},
       "(" + message.text.substr(0, message.text.find('\n')) + ") | ()");
 }
@@ -111,13 +112,13 @@ TEST(Commands, MoveTheSelectedMod) {
   Check(FourMods(), "by its key", {Click("lstActive", "Gamma"), Press("Alt+Up")}, "Beta, Delta | [Gamma], Alpha",
         Settings(4, {kGamma, kBeta, {"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kDelta}) + Section("-1", kGamma),
         Names{"AlphaData", "GammaData", "GammaSound"});
-  Check(FourMods(), "not without one, nor beyond the ends",
+  Check(FourMods(), "not without a selection, or beyond the ends",
         {Click("cmdMoveUp"), Click("cmdMoveDown"), Click("lstActive", "Alpha"), Click("cmdMoveUp"),
          Shows("lstActive", "[Alpha], Gamma"), Click("lstActive", "Gamma"), Click("cmdMoveDown")},
         "Beta, Delta | Alpha, [Gamma]");
-  Check(FourMods(), "not with one that is no longer registered",
+  Check(FourMods(), "not past a mod that is no longer registered",
         {Click("lstActive", "Alpha"), Write(renamed), Click("cmdMoveDown")}, "Beta, Delta | [Alpha], Gamma", renamed);
-  Check(FourMods(), "one that could not be saved stays in its place, selected",
+  Check(FourMods(), "an unsaved move stays in place, selected",
         {Click("lstActive", "Alpha"), makeReadOnly, Click("cmdMoveDown"), Sees(unsaved), Answer("OK")},
         "Beta, Delta | [Alpha], Gamma");
 }
@@ -129,10 +130,10 @@ TEST(Commands, DeleteTheSelectedModWhenTheUserSaysSo) {
   const Act select = Click("lstNotActive", "<b>x");
   const Act click = Click("cmdDeleteMod");
   const std::string renamed = With(three, "Name=<b>x", "Name=Renamed");
-  Try(three, "by its key, and a name is plain text",
+  Try(three, "by key; names are plain text",
       {select, Press("Del"), Sees(question), Watch("lstNotActive", kSeesBusy, Press("Return"))}, "() | Alpha, Gamma");
-  Check(three, "no question about one that is no longer registered", {select, Write(renamed), click},
-        "Renamed | Alpha, Gamma", renamed);
-  Check(three, "one that went while the user was asked takes no other with it",
+  Check(three, "no question if it is no longer registered", {select, Write(renamed), click}, "Renamed | Alpha, Gamma",
+        renamed);
+  Check(three, "a mod removed during the question takes no other with it",
         {select, click, Write(renamed), Answer("OK")}, "Renamed | Alpha, Gamma", renamed);
 }

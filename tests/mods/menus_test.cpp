@@ -2,10 +2,10 @@
 
 using namespace support;
 
-// The commands that have no button, and the menus that have them all.
+// Commands without a button, and the menus.
 namespace {
 
-// Gamma above Alpha, from either end.
+// Gamma above Alpha: Gamma moved up, or Alpha moved down.
 const std::string kGammaFirst =
     Settings(4, {kGamma, kBeta, {"Alpha", "1", kAlpha.folders, {"GammaSound"}}, kDelta}) + Section("-1", kGamma);
 const std::string kAlphaLast =
@@ -30,14 +30,14 @@ TEST(Menus, HaveTheCommandsOfTheirList) {
         {RightClick("lstActive", "Gamma"), SeesMenu(ofActive + everywhere), escape}, "Beta, Delta | Alpha, [Gamma]");
   Check(FourMods(), "by the keyboard, and grey without a selected mod",
         {GoTo("lstNotActive"), Press("Shift+F10"), SeesMenu(ofAvailable + everywhere), escape}, kFourShown);
-  Check(FourMods(), "and of the game", {RightClick("lstGame"), SeesMenu(ofGame + everywhere), escape}, kFourShown);
-  Check(FourMods(), "how the game is started", {RightClick("lstGame"), Choose("Copy Launch Option"), copied},
+  Check(FourMods(), "the game's menu", {RightClick("lstGame"), SeesMenu(ofGame + everywhere), escape}, kFourShown);
+  Check(FourMods(), "copy the launch option", {RightClick("lstGame"), Choose("Copy Launch Option"), copied},
         kFourShown);
-  Check(FourMods(), "a command acts as its key", {RightClick("lstActive", "Gamma"), Choose("Move Selected Up")},
+  Check(FourMods(), "a menu command acts like its key", {RightClick("lstActive", "Gamma"), Choose("Move Selected Up")},
         "Beta, Delta | [Gamma], Alpha", kGammaFirst, kGammaFirstMade);
-  Check(FourMods(), "or is offered to screen readers", {Click("lstActive", "Gamma"), Perform("Move to Top", "frmMain")},
+  Check(FourMods(), "screen readers can run commands", {Click("lstActive", "Gamma"), Perform("Move to Top", "frmMain")},
         "Beta, Delta | [Gamma], Alpha", kGammaFirst, kGammaFirstMade);
-  Check(FourMods(), "in the setup as well",
+  Check(FourMods(), "the setup has a menu, too",
         {Click("cmdGoToGames"), RightClick("lstGames", "Dawn of War (C:\\Games\\D\xF6W\\)"), Choose("Delete"),
          Answer("No"), Press("Del"), Answer("No"), Press("Esc")},
         kFourShown);
@@ -45,12 +45,12 @@ TEST(Menus, HaveTheCommandsOfTheirList) {
 
 TEST(Menus, MoveAModFar) {
   const Names top = {"BetaData", "GammaData", "GammaSound", "AlphaData"};
-  Check(FourMods(), "to the end, by its key", {Click("lstActive", "Alpha"), Press("Alt+End")},
+  Check(FourMods(), "to the end by key", {Click("lstActive", "Alpha"), Press("Alt+End")},
         "Beta, Delta | Gamma, [Alpha]", kAlphaLast, kGammaFirstMade);
   Check(FourMods(), "by the mouse", {Drag("lstActive", "Alpha", "Gamma")}, "Beta, Delta | Gamma, [Alpha]", kAlphaLast,
         kGammaFirstMade);
   Check(FourMods(), "not onto itself", {Drag("lstActive", "Gamma", "Gamma")}, "Beta, Delta | Alpha, [Gamma]");
-  Check(FourMods(), "nor in the list that has no order", {Drag("lstNotActive", "Beta", "Delta")},
+  Check(FourMods(), "not in the unordered list", {Drag("lstNotActive", "Beta", "Delta")},
         "Beta, [Delta] | Alpha, Gamma");
 }
 
@@ -64,18 +64,18 @@ TEST(Menus, EditAMod) {
     EXPECT_EQ(Marked("lstDirs"), "GammaData, GammaSound");
     EXPECT_EQ(Marked("lstActive"), "Alpha, Gamma");
   };
-  Check(FourMods(), "its name and its folders, and the module file follows",
+  Check(FourMods(), "name, folders and module file",
         {open, seesFolders, Type("New"), Click("lstDirs", "GammaData"), Click("lstDirs", "b"), Press("Return")},
         "Beta, Delta | Alpha, New", Settings(4, {kAlpha, kBeta, {"New", "1", {"GammaSound", "b"}}, kDelta}),
         Names{"GammaSound", "b", "AlphaData"});
-  Check(FourMods(), "not to the name of another",
+  Check(FourMods(), "not to another mod's name",
         {RightClick("lstNotActive", "Beta"), Choose("Edit..."), Type("Alpha"), Press("Return"), Sees(taken),
          Press("Esc"), Press("Esc")},
         "[Beta], Delta | Alpha, Gamma");
-  Check(FourMods(), "not one that went meanwhile",
+  Check(FourMods(), "not a mod removed meanwhile",
         {open, Write(renamed), Click("OKButton"), Sees(gone), Press("Esc"), Press("Esc")},
         "Beta, Delta | Alpha, [Gamma]", renamed);
-  Check(FourMods(), "nor opens with it",
+  Check(FourMods(), "the dialog does not open for a missing mod",
         {Click("lstActive", "Gamma"), Write(renamed), Press("F2"), Sees(gone), Press("Esc")},
         "Beta, Delta | Alpha, Renamed", renamed);
 }
@@ -85,18 +85,18 @@ TEST(Menus, TakeBackWhatWasDone) {
   const Act undo = Press("Ctrl+Z");
   const Act activateAll = Click("cmdActivateAll");
   const auto activated = With(FourMods(), "Name=Beta\r\nActive=0", "Name=Beta\r\nActive=1");
-  Check(FourMods(), "all in one step, and the module file follows", {activateAll, undo}, kFourShown, FourMods(), four);
+  Check(FourMods(), "all in one step, with the module file", {activateAll, undo}, kFourShown, FourMods(), four);
   Check(FourMods(), "step by step",
         {DoubleClick("lstNotActive", "Beta"), Click("cmdDeactivateAll"), undo, undo, Press("Ctrl+Y")},
         "Delta | Alpha, Beta, Gamma", activated, Names{"GammaData", "GammaSound", "BetaData", "AlphaData"});
-  Check(TwoGames(), "the game stays selected, and others' module files follow",
+  Check(TwoGames(), "the game stays selected; other games' module files are rewritten",
         {activateAll, kChooseSecond, Press("Tab"), undo, Shows("lstGame", "Dawn of War, [Second]")}, "Other | ()",
         TwoGames(), four);
   Check(FourMods(), "nothing after the last step", {activateAll, undo, undo, RightClick("lstGame"), Press("Esc")},
         kFourShown, FourMods(), four);
   const Act takeModuleFile = [] { fs::create_directories(ModuleFile() / "x"); };
   const Act seesFailure = [] { EXPECT_EQ(ShownMessage().value_or(Message()).title, "Undo"); };
-  Try(FourMods(), "says what could not be written",
+  Try(FourMods(), "reports a write failure",
       {activateAll, [] { fs::remove(ModuleFile()); }, takeModuleFile, undo, seesFailure, Press("Esc")}, kFourShown);
 }
 
@@ -120,7 +120,7 @@ TEST(Menus, TellWhichModWins) {
 TEST(Menus, DetailsAreTheTooltip) {
   const std::string longName(60, 'W');
   const Act seesDetails = [=] { EXPECT_EQ(ToolTip(), longName + "\nNo data folders"); };
-  Check(Settings(1, {{longName, "1"}}), "with the whole of a name that is cut",
+  Check(Settings(1, {{longName, "1"}}), "includes the full text of a cut name",
         {GoTo("lstActive"), Press("Down"), Press("Alt+Return"), seesDetails}, "() | [" + longName + "]");
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 const std::string kGame = "Dawn of War";
 
-// What a mod was before it was moved.
+// The scratch section after moving this mod.
 std::string Scratch(const Mod& mod) { return Section("-1", mod); }
 
 TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
@@ -29,36 +29,36 @@ TEST(ModList, ARuleChangesItsSettingsAndNoOthers) {
   const std::string unnamed = Settings(1, {{"Alpha", "1"}});
   const Mod lessAlpha = {"Alpha", "1", kAlpha.folders, {"GammaSound"}};
   CheckRules({
-      {"a mod is activated in its place", FourMods(), activate("Beta"),
+      {"activate a mod in place", FourMods(), activate("Beta"),
        Settings(4, {kAlpha, {"Beta", "1", kBeta.folders}, kGamma, kDelta})},
-      {"and deactivated, whatever its flag was", Settings(1, {{"Alpha", "2"}}),
+      {"deactivate a mod with any flag", Settings(1, {{"Alpha", "2"}}),
        [](auto& change) { SetActive(change, kGame, "Alpha", false); }, Settings(1, {{"Alpha", "0"}})},
-      {"of two with one name the first is meant", Settings(2, {kBeta, kBeta}), activate("Beta"),
+      {"of two with the same name, the first counts", Settings(2, {kBeta, kBeta}), activate("Beta"),
        Settings(2, {{"Beta", "1", kBeta.folders}, kBeta})},
       {"letter case counts", FourMods(), activate("beta"), FourMods()},
-      {"two mods exchange their numbers; folders beyond a count stay", FourMods(), move("Alpha", {"Gamma"}, true),
+      {"two mods swap numbers; folders beyond a count stay", FourMods(), move("Alpha", {"Gamma"}, true),
        Settings(4, {kGamma, kBeta, lessAlpha, kDelta}) + Scratch(kAlpha)},
-      {"a mod moves past several as by so many single moves", FourMods(), move("Delta", {"Gamma", "Alpha"}, true),
+      {"moving past several equals that many single moves", FourMods(), move("Delta", {"Gamma", "Alpha"}, true),
        Settings(4, {{"Delta", "0", {}, kAlpha.folders}, kBeta, lessAlpha, kGamma}) + Scratch(kDelta)},
-      {"not past one that is not registered", FourMods(), move("Alpha", {"Gamma", "x"}, false), FourMods()},
-      {"what is missing is written with its default, and a count plain",
+      {"not past an unregistered mod", FourMods(), move("Alpha", {"Gamma", "x"}, false), FourMods()},
+      {"missing settings get their defaults; counts are normalized",
        With(With(unnamed, "DirCount=0", "DirCount=01"), "ModCount=1", "ModCount=2") +
            Text({"[Dawn of War.2]", "Active=03"}),
        move("Alpha", {"Unknown"}, true),
        Settings(2, {{"Unknown", "03"}}) + Text({"[Dawn of War.2]", "Active=1", "Name=Alpha", "DirCount=1", "Dir1="}) +
            Scratch({"Alpha", "1", {""}})},
-      {"twins are one mod, and keep their contents", Settings(2, {kAlpha, kAlpha}), move("Alpha", {"Alpha"}, true),
-       Settings(2, {kAlpha, kAlpha}) + Scratch(kAlpha)},
-      {"the mods behind a deleted one move down", FourMods(), remove("Beta"),
+      {"of two with the same name, both keep their contents", Settings(2, {kAlpha, kAlpha}),
+       move("Alpha", {"Alpha"}, true), Settings(2, {kAlpha, kAlpha}) + Scratch(kAlpha)},
+      {"mods after a deleted one move down", FourMods(), remove("Beta"),
        Settings(3, {kAlpha, kGamma, {"Delta", "0", {}, kGamma.folders}, kDelta})},
-      {"one that is gone takes no other with it", FourMods(), remove("x"), FourMods()},
-      {"an edited mod keeps its place and its flag, and folders beyond its new count stay", FourMods(),
+      {"deleting a missing mod removes no other", FourMods(), remove("x"), FourMods()},
+      {"an edited mod keeps its place and flag; folders beyond its new count stay", FourMods(),
        edit("Gamma", {" G ", "", {"Zoo"}}, true),
        Settings(4, {kAlpha, kBeta, {" G ", "1", {"Zoo"}, {"GammaSound"}}, kDelta})},
-      {"not when it is gone", FourMods(), edit("gamma", {"G", "", {"Zoo"}}, false), FourMods()},
-      {"a new mod is the last, available, with its name as typed", FourMods(), add({" N\xE9w ", "", {"b", "Zoo"}}),
+      {"a missing mod is not edited", FourMods(), edit("gamma", {"G", "", {"Zoo"}}, false), FourMods()},
+      {"a new mod is last, available, named as typed", FourMods(), add({" N\xE9w ", "", {"b", "Zoo"}}),
        Settings(5, {kAlpha, kBeta, kGamma, kDelta, {" N\xE9w ", "0", {"b", "Zoo"}}})},
-      {"over a deleted one of its number, whose other keys stay", Settings(0, {{"Gone", "1", {"x", "y"}}}),
+      {"a new mod reuses a deleted one's number; its other keys stay", Settings(0, {{"Gone", "1", {"x", "y"}}}),
        add({"New", "", {"Zoo"}}), Settings(1, {{"New", "0", {"Zoo"}, {"y"}}})},
   });
 }
@@ -84,10 +84,10 @@ TEST(ModuleText, IsAnotherWhereActiveModsOrTheGamesFolderAre) {
     Names games;
   } rows[] = {
       {"a mod was activated", With(two, "Name=Other", "Active=1\r\nDirCount=1"), two, {"Second"}},
-      {"one that is not active has another folder", two, With(two, "BetaData", "x"), {}},
+      {"an inactive mod has another folder", two, With(two, "BetaData", "x"), {}},
       {"the game is in another folder", With(two, "Path=", "Path=C:"), two, {kGame}},
-      {"games are there again", none, two, {}},
-      {"with other mods than they had", With(none, "AlphaData", "x"), two, {kGame}},
+      {"games return", none, two, {}},
+      {"games return with other mods", With(none, "AlphaData", "x"), two, {kGame}},
       {"games are gone", With(two, "AlphaData", "x"), none, {}},
   };
   for (const auto& row : rows)
@@ -100,12 +100,11 @@ TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {
   const std::array<std::string, 5> rows[] = {
       {"the highest number first", FourMods(), "", "top",
        "top\r\nDataFolder.5 = GammaData\r\nDataFolder.6 = GammaSound\r\nDataFolder.7 = AlphaData\r\nend\r\n"},
-      {"a folder that is missing has its line", With(Settings(1, {delta}), "Dir2=?\r\n", ""),
-       "[Make]\nNextDirNum=2147483647", "",
-       "DataFolder.2147483647 = d 1\r\nDataFolder.2147483648 = \r\nDataFolder.2147483649 = d%3%\r\nend\r\n"},
+      {"a missing folder has its line", With(Settings(1, {delta}), "Dir2=?\r\n", ""), "[Make]\nNextDirNum=2147483647",
+       "", "DataFolder.2147483647 = d 1\r\nDataFolder.2147483648 = \r\nDataFolder.2147483649 = d%3%\r\nend\r\n"},
       {"a flag must be 1", Settings(3, {{"Alpha", "2", {"AlphaData"}}, {"Gamma", "+1", {"GammaData"}}, kBeta}),
        "[Make]\nNextDirNum=x", "", "DataFolder.5 = GammaData\r\nend\r\n"},
-      {"of a template every byte but its line ends is kept", Settings(0, {}), "",
+      {"templates keep every byte except line ends", Settings(0, {}), "",
        "top \r\r\n\r\na\nb\r" + std::string("\0\x1A\r", 3),
        "top \r\n\r\n\r\na\nb\r\n" + std::string("\0\x1A\r\n", 4) + "end\r\n"},
   };

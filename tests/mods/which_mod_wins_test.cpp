@@ -15,7 +15,7 @@ using namespace support;
 
 namespace {
 
-// Each mod as "name: its files".
+// Each mod as "name: files".
 std::string Shared(const std::vector<ModFiles>& mods, const std::string& mod) {
   std::string text;
   for (const SharedFiles& shared : FindSharedFiles(mods, mod)) {

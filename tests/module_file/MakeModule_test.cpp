@@ -8,7 +8,7 @@ Act WriteOwn(const std::string& file, const std::string& text) {
   return [=] { WriteFile(ExecutableFolder() / file, text); };
 }
 
-// By the one command that changes nothing else.
+// This command changes nothing else here.
 const Act kWriteModule = Click("cmdActivate1");
 
 TEST(ModuleWriter, MakeIniNamesTheFiles) {
@@ -19,7 +19,7 @@ TEST(ModuleWriter, MakeIniNamesTheFiles) {
             Text({"top", "DataFolder.5 = GammaData", "DataFolder.6 = GammaSound", "DataFolder.7 = AlphaData", "end"}));
   const Act removeMakeIni = [] { fs::remove(ExecutableFolder() / "Make.ini"); };
   const Names folders = {"GammaData", "GammaSound", "AlphaData"};
-  Check(FourMods(), "without it they have their usual names", {removeMakeIni, kWriteModule}, kFourShown, {}, folders);
+  Check(FourMods(), "without it, default names apply", {removeMakeIni, kWriteModule}, kFourShown, {}, folders);
 }
 
 TEST(ModuleWriter, AFailureIsSaid) {

@@ -24,7 +24,7 @@ std::error_code Read(const fs::path& file) {
   return platform::ReadFile(file, bytes);
 }
 
-// A folder with one file, "old", to be replaced.
+// A folder with one file, "old".
 class Files : public testing::Test {
  protected:
   void SetUp() override {
@@ -72,7 +72,7 @@ TEST_F(Files, WhatIsNotReadOrReplacedIsSaid) {
 
 #ifdef _WIN32
 
-// Another program that has the file open.
+// Another program with the file open.
 using Holder = std::unique_ptr<void, decltype([](HANDLE handle) { CloseHandle(handle); })>;
 Holder Hold(const fs::path& file, DWORD share) {
   return Holder(CreateFileW(file.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));

@@ -37,8 +37,8 @@ class Paths : public testing::Test {
   }
 
   const fs::path games_ = DriveC() / "Games";
-  const fs::path prefix_ = DriveC().parent_path();   // these three where drive C: is
-  const fs::path devices_ = prefix_ / "dosdevices";  // that of a compatibility prefix
+  const fs::path prefix_ = DriveC().parent_path();   // all three on drive C:
+  const fs::path devices_ = prefix_ / "dosdevices";  // of a compatibility prefix
   const fs::path mounted_ = Root() / "mounted";
 };
 
@@ -50,7 +50,7 @@ TEST_F(Paths, AWindowsPathLeadsBelowItsDrive) {
       {"C:", devices_ / "c:", "C:\\"},
       {"C:x", devices_ / "c:/x", "C:\\x"},
       {"g:\\\\a", devices_ / "g:/a", {}},
-      {"H:\\x", devices_ / "h:/x", {}},  // where it leads, the system does not tell
+      {"H:\\x", devices_ / "h:/x", {}},  // a link that cannot be read
       {"Q:\\x", {}, {}},
       {"/opt/x/", "/opt/x/", {}},
       {"\\\\server\\share\\x", {}, "\\\\server\\share\\x"},
@@ -72,7 +72,7 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
       {"//server/share/x", "\\\\server\\share\\x"},
       {"\\\\?\\C:\\x", "C:\\x"},
       {"\\\\?\\UNC\\server\\share\\x", "\\\\server\\share\\x"},
-      {u8"C:\\\u017Bycie", {}},  // not the Z that looks like it
+      {u8"C:\\\u017Bycie", {}},  // not the plain Z
   };
   EXPECT_EQ(platform::DisplayName(L"C:\\\u017B \xD83D\xDE00"), "C:\\? ?");
 #else
@@ -83,13 +83,13 @@ TEST_F(Paths, AFileIsNamedOnTheDriveThatIsNearestAboveItWhereTheCodePageSpellsIt
       {DriveC() / "linked" / "W40k.exe", "C:\\linked\\W40k.exe"},
       {games_ / ".." / "a", "C:\\a"},
       {mounted_ / u8"Spi\u00E9le" / "x", "G:\\Spi\xE9le\\x"},
-      {"/usr2/x", "Z:\\usr2\\x"},  // not on the drive whose folder is /usr
+      {"/usr2/x", "Z:\\usr2\\x"},  // not below the drive /usr
       {"/usr/x", "U:\\x"},
       {u8"/\u017Bycie/x", {}},
       {"/back\\slash", {}},
       {"/not utf-8 \xFF", {}},
       {"/overlong \xE0\x80\xAF", {}},
-      {u8"/\U00010041", {}},  // not the A of its last bits
+      {u8"/\U00010041", {}},  // not truncated to A
   };
   EXPECT_EQ(platform::MapToWindows(std::nullopt, "/usr/x"), "Z:\\usr\\x");
   EXPECT_EQ(platform::DisplayName("/\u017B \U0001F600 \u20AC"), "/? ? \x80");
@@ -174,7 +174,7 @@ TEST_F(Paths, WithoutLinksThereAreCAndZAndWithoutAPrefixZ) {
   EXPECT_EQ(*ToHostPath("z:\\x"), "/x");
   fs::permissions(Root(), fs::perms::others_write, fs::perm_options::add);
   for (const fs::path& owned : {prefix_, prefix_ / "system.reg"}) {
-    if (chown(owned.c_str(), 1, 1) != 0) continue;  // which is root's right
+    if (chown(owned.c_str(), 1, 1) != 0) continue;  // only root may
     EXPECT_FALSE(ToHostPath("c:\\x")) << "below a folder for all, the prefix of another user is not used";
     ASSERT_EQ(chown(owned.c_str(), 0, 0), 0);
   }

@@ -32,7 +32,7 @@ TEST(Registry, GivesTextAndNumbersAsTheyAre) {
       {"not expanded, up to a zero byte", platform::kRegExpandSz, "%a%" + nul + "b" + nul, "%a%"},
       {"1023 characters fit", platform::kRegSz, std::string(1023, 'x') + nul, std::string(1023, 'x')},
       {"1024 do not without their end", platform::kRegSz, std::string(1024, 'x'), ""},
-      {"nor what ends within more", platform::kRegSz, "a" + nul + std::string(1023, 'x'), ""},
+      {"longer data with an early end", platform::kRegSz, "a" + nul + std::string(1023, 'x'), ""},
       {"a number", platform::kRegDword, "\xFE\xFD\xFF\xFF", "-514"},
       {"bytes", kBytes, "abc" + nul, ""},
   };

@@ -26,7 +26,7 @@ namespace {
 
 fs::path Folder() { return support::ExecutableFolder() / "Ulvane.history"; }
 
-// A command that changes the settings several times.
+// A command with several changes.
 Failure Put(const Texts& values) {
   Module1::Step step;
   Failure failure;
@@ -104,8 +104,7 @@ TEST_F(History, KeepsTheNewestFilesAndTouchesNoOther) {
   EXPECT_TRUE(Now() == "done" && !CanUndo());
 }
 
-// Every call of the system that a command, an undo and a redo make: it fails, or is the last of a program that is
-// killed.
+// Every system call of a change, an undo and a redo fails in turn, or is the last before the program is killed.
 TEST_F(History, IsWholeAndInOrderWhereverItIsInterrupted) {
   std::map<std::string, std::string> before = {{"a", ""}, {"b", "a"}, {"c", "b"}, {"d", "c"}, {"e", "c"}};
   const struct {

@@ -30,14 +30,14 @@ TEST(ProfileText, FindsTheFirstMatchInAnyLetterCase) {
 TEST(ProfileText, ChangesNoByteThatIsNotConcerned) {
   const std::array<std::string, 3> rows[] = {
       {"a new file", "", "[A]\r\nKey=new\r\n"},
-      {"in place, as it is spelled", "[a]\n kEY = old \n;x\n", "[a]\n kEY = new \n;x\n"},
+      {"in place, keeping its spelling", "[a]\n kEY = old \n;x\n", "[a]\n kEY = new \n;x\n"},
       {"with its quotes", "[A]\nKey='old'\nKey=2\n", "[A]\nKey=new\nKey=2\n"},
-      {"where it was empty", "[A]\nKey=\n", "[A]\nKey=new\n"},
-      {"behind the last line that is not blank", "x\r\n[A]\n1=\t\n \n\n[B]\nKey=2\n",
+      {"an empty value", "[A]\nKey=\n", "[A]\nKey=new\n"},
+      {"after the last non-blank line", "x\r\n[A]\n1=\t\n \n\n[B]\nKey=2\n",
        "x\r\n[A]\n1=\t\nKey=new\r\n \n\n[B]\nKey=2\n"},
-      {"behind a header alone, at a text's end", "\xEF\xBB\xBFx\r[A] x", "\xEF\xBB\xBFx\r[A] x\rKey=new\r"},
+      {"after a lone header at the end", "\xEF\xBB\xBFx\r[A] x", "\xEF\xBB\xBFx\r[A] x\rKey=new\r"},
       {"in a new section", "[B]\nKey=2", "[B]\nKey=2\n[A]\nKey=new\n"},
-      {"behind what has no header", "x", "x\r\n[A]\r\nKey=new\r\n"},
+      {"after lines without a header", "x", "x\r\n[A]\r\nKey=new\r\n"},
   };
   for (const auto& [rule, before, after] : rows) {
     ProfileText text(before);
@@ -53,7 +53,7 @@ TEST(ProfileText, ChangesNoByteThatIsNotConcerned) {
   EXPECT_EQ(text.Text(), "[A]\na  b=1   2\n[B=x]\ny=2\n") << "a key that looks like a header becomes one";
 }
 
-// In one pass: with the square of a megabyte, this would not come to an end.
+// Linear time: quadratic in a megabyte would not finish.
 TEST(ProfileText, IsParsedWhateverItHolds) {
   for (const char* const filler : {"[", " [", "\r", "[x]\n"}) {
     std::string text;

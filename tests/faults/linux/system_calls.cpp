@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
-// The linker leads the tool's calls here (see tests/CMakeLists.txt); those of the libraries, and of the tests' helpers
+// The linker redirects the tool's calls here (see tests/CMakeLists.txt). Calls of libraries, and of test helpers
 // through them, go to the system directly.
 using faults::calls;
 using faults::Meet;
@@ -35,7 +35,7 @@ GANTREL_CALL(int, -1, link, (const char* path, const char* name), __real_link(pa
 GANTREL_CALL(int, -1, mkdir, (const char* path, mode_t mode), __real_mkdir(path, mode))
 GANTREL_CALL(int, -1, unlink, (const char* path), __real_unlink(path))
 GANTREL_CALL(int, -1, rename, (const char* from, const char* to), __real_rename(from, to))
-// Of a read, half is that of a test's file. The disk's own time would be most of the test's.
+// Half a read, for a test's file. fsync is skipped: it would take most of the test's time.
 GANTREL_CALL(ssize_t, -1, read, (int file, void* room, size_t size),
              __real_read(file, room, isHalf ? size / 200 + 1 : size))
 GANTREL_CALL(ssize_t, -1, write, (int file, const void* bytes, size_t size),
@@ -54,7 +54,7 @@ int __wrap_open(const char* path, int flags, mode_t mode) {
   return -1;
 }
 
-// One that reports a failure has closed the file all the same, and may have lost what was written to a new one.
+// A failed close still closes the file, and may lose bytes written to a new file.
 int __wrap_close(int file) {
   if (Meet("close") != Verdict::Fail) return __real_close(file);
   const int reason = errno;

@@ -7,7 +7,7 @@
 #include "platform/windows/system.h"
 #include "support/own_folder.h"
 
-// The program calls the system through addresses in a table, in which ours take the place of the system's: the call's
+// The program calls the system through a table of addresses, where ours take the place of the system's: the call's
 // name, and what it returns when it fails.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming, cppcoreguidelines-macro-usage)
 #define GANTREL_CALLS(CALL)                         \
@@ -38,10 +38,10 @@ GANTREL_ADDRESS(Sleep)
 namespace faults {
 namespace {
 
-std::filesystem::path link;        // what the tool is to take for one,
-std::filesystem::path linkTarget;  // and the file that it leads to
+std::filesystem::path link;        // a simulated link,
+std::filesystem::path linkTarget;  // and its target
 
-// Puts ours in the place of what the address leads to, and returns that.
+// Replaces the pointer by ours; returns the old one.
 template <typename Function>
 Function Take(Function& address, std::type_identity_t<Function> ours) {
   DWORD before = 0;
@@ -64,11 +64,10 @@ Function Take(Function& address, std::type_identity_t<Function> ours) {
   });
   static decltype(__imp_SetFileInformationByHandle) rename;
   rename = Take(__imp_SetFileInformationByHandle, [](auto file, auto what, auto... information) {
-    EXPECT_FALSE(calls.areWatched && what == FileRenameInfo && calls.areUnflushed)
-        << "takes the name before it is on the disk";
+    EXPECT_FALSE(calls.areWatched && what == FileRenameInfo && calls.areUnflushed) << "renamed before it is flushed";
     return rename(file, what, information...);
   });
-  // The disk's own time would be most of the test's.
+  // Disk time would be most of the test's.
   Take(__imp_FlushFileBuffers, [](auto) { return TRUE; });
   Take(__imp_Sleep, [](auto) {});
 #define GANTREL_TAKE(name, failed)                                             \

@@ -22,7 +22,7 @@ std::string OnZ(const fs::path& path) {
   return text;
 }
 
-// A home and a disk without anything, and the tool outside of all prefixes.
+// An empty home and disk; the tool is outside all prefixes.
 class Launchers : public testing::Test {
  protected:
   void SetUp() override {
@@ -53,9 +53,9 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAn
   const std::string heroic = "Games/Heroic/Prefixes/";
   const auto library = [this](const char* name) { return disk + "/" + name + "/steamapps/compatdata/1"; };
   const auto list = [this](const char* name) { return R"("libraryfolders" { "0" { "path" ")" + disk + "/" + name; };
-  std::string directives;  // more than half of what is read in all
+  std::string directives;  // more than half of the total limit
   for (int i = 1'000'000; i < 1'070'000; ++i) directives += "%TAG !" + std::to_string(i) + "! x\n";
-  // A prefix, and the launcher's file that leads to it, both below the home folder if not absolute.
+  // A prefix and the launcher's file that names it, relative to the home folder unless absolute.
   const std::array<std::string, 3> rows[] = {
       {prefix_.string()},
       {".wine"},
@@ -94,7 +94,7 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAn
     MakePrefix(prefixes.back());
     if (!file.empty()) WriteFile(home_ / file, text);
   }
-  // Links to what is there already, in circles, and to nowhere; and what is no file, no prefix, or too much.
+  // Duplicate, circular and broken links; things that are no file or no prefix, or too large.
   fs::create_directory_symlink("1", disk_ / "a/steamapps/compatdata/2");
   fs::create_directory_symlink("..", disk_ / "a/steamapps/compatdata/1/loop");
   fs::create_directory_symlink(".", disk_ / "4/pfx");
@@ -111,10 +111,10 @@ TEST_F(Launchers, HavePrefixesInTheirOwnPlacesAndWhereTheirFilesSayInThisOrderAn
 TEST_F(Launchers, TheFirstPrefixThatHasTheValueAnswersInPathsOnTheToolsDrives) {
   const fs::path other = home_ / "Games/Heroic/Prefixes/x";
   struct Row {
-    std::string own;    // the value in the registry of the tool's prefix, which has no key if this is empty
-    std::string other;  // the same of another prefix
+    std::string own;    // the value in the tool's prefix; if empty, the key is missing
+    std::string other;  // the value in another prefix
     std::string expected;
-    std::uintmax_t ownSize = 0;  // of the file of the tool's prefix, if it has more than that
+    std::uintmax_t ownSize = 0;  // minimum size of the tool's registry file
   };
   constexpr std::uintmax_t kMostBytes = std::uintmax_t{128} * 1024 * 1024;
   const Row rows[] = {
@@ -166,7 +166,7 @@ TEST_F(Launchers, AreOfferedByTheFileDialogWhichChangesNothing) {
     EXPECT_EQ(Entries("sidebar"), places);
   };
   const Act open = InTurn({Click("cmdnew"), enter, look});
-  // The dialog lists a folder in a thread of its own, not all of it at once.
+  // The dialog lists folders gradually, in its own thread.
   const Act untilListed = [&] {
     if (Entries("treeView").size() < 2) DoNext({Wait(std::chrono::milliseconds(10)), untilListed});
   };
