@@ -31,7 +31,7 @@ void FindName(benchmark::State& state) {
   std::vector<std::string> names;
   for (int n = 1; n <= 10'000; ++n) names.push_back("A mod of a usual name " + std::to_string(n));
   for ([[maybe_unused]] auto pass : state) {
-    const int found = platform::FindName(names, "NAME 10000", 5, platform::Find::Next);
+    const int found = platform::FindName(names, "NAME 10000", 5, platform::FindStep::Next);
     if (found != 9'999) state.SkipWithError("it was not found");
   }
 }
