@@ -47,8 +47,8 @@ bool IsMissingFolder(std::string_view windowsPath) {
 
 FoldersBelow::FoldersBelow(const std::string& windowsPath)
     : path_(windowsPath + "\\"),
-      isMissing_(IsMissingFolder(windowsPath)),
-      names_(ListSubfolders(windowsPath, Hidden::Listed)) {
+      names_(ListSubfolders(windowsPath, Hidden::Listed)),
+      isMissing_(!names_ && IsMissingFolder(windowsPath)) {
   if (!names_) return;
   for (std::string& name : *names_) std::ranges::transform(name, name.begin(), FoldCase);
   std::ranges::sort(*names_);

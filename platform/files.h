@@ -80,8 +80,8 @@ class FoldersBelow {
 
  private:
   std::string path_;
-  bool isMissing_;
   std::optional<std::vector<std::string>> names_;  // the folders directly below, case-folded and sorted
+  bool isMissing_;
 };
 
 // Whether both paths lead to the same existing file.
