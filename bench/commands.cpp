@@ -174,6 +174,7 @@ void Measure(benchmark::State& state, const Command& command, int mods, int fold
 void MakeFolders(int count) {
   const auto base = sample::GameFolder() / "W40k";
   std::filesystem::remove_all(base);
+  std::filesystem::create_directories(base);
   for (int i = 0; i < count; ++i) std::filesystem::create_directories(base / ("Folder " + std::to_string(i)));
 }
 
