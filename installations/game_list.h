@@ -13,8 +13,8 @@
 // The entries of the setup list: a game's name, and its install folder in parentheses.
 std::vector<std::string> GameEntries(const Module1::Settings& settings);
 
-// Registers an edition with its folder from the registry. Does nothing if the folder is empty or longer than a setting
-// can be read. Adds a missing trailing separator.
+// Registers an edition with its folder from the registry. Does nothing if the folder is empty or too long to be read
+// back from the settings. Adds a missing trailing separator.
 void TryGame(Module1::Change& change, std::string_view name, std::string folder);
 
 // Registers a game with the user's name and folder. The folder ends in a separator.

@@ -52,5 +52,5 @@ bool EditMod(Module1::Change& change, std::string_view game, std::string_view na
 bool IsNameTaken(const Module1::Settings& settings, std::string_view game, std::string_view name,
                  std::string_view edited = {});
 
-// The folder that contains a game's data folders; empty for an empty one. Windows paths.
+// The folder that contains a game's data folders; empty for an empty folder. Windows paths.
 std::string DataFolderBase(std::string installFolder);

@@ -20,7 +20,7 @@ enum class FileRefusal : std::uint8_t {
   FolderUnknown = 1,  // the path is not absolute: the program's folder is unknown
   NotOrdinary,        // a device or a pipe
   TooLarge,           // to read
-  LinkOfAnother,      // in a world-writable folder; followed only if the user or the folder's owner owns it
+  LinkOfAnother,      // a link in a world-writable folder, owned neither by the user nor the folder's owner
   Busy,               // for seconds: another Gantrel has the lock, or another program has the new file open
   Utf16,              // text in the code page is expected
   Program,            // refused as a module file, like OwnFile

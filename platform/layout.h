@@ -56,7 +56,7 @@ struct ControlLayout {
   Initially initially = Initially::Enabled;
   ButtonRole role = ButtonRole::Plain;
   std::string_view label = {};           // the label whose caption is this control's accessible name
-  std::string_view accessibleName = {};  // without a label; if empty, the tooltip or the caption
+  std::string_view accessibleName = {};  // used without a label; if empty, the tooltip or the caption
   Cutting cutting = Cutting::AtTheEnd;   // of a list's entries
   std::string_view focusFallback = {};   // a button's: the list that takes the focus when the button is disabled
 };
@@ -68,7 +68,7 @@ struct CommandLayout {
   std::string_view caption;
   std::string_view key = {};      // like "Alt+Up"; in a list, "Enter" also means double click
   std::string_view button = {};   // the button it clicks if enabled; without one, the command has its own handler
-  std::string_view control = {};  // has it in its menu and needs the focus for its key; empty: any
+  std::string_view control = {};  // has it in its menu; must be focused for the key; empty: any control
   ActsOn actsOn = ActsOn::Window;
   bool repeats = false;      // while the key is held down, at the keyboard's repeat rate
   bool startsGroup = false;  // draws a line above it in the menu

@@ -70,7 +70,7 @@ class Settings {
 
 // One undo step: usually one saved change; "all" shares one step among several.
 struct Step {
-  bool isKept = false;  // the state before it
+  bool isKept = false;  // the state before it is in the history
 };
 
 // Whether there is a step to undo or redo. Cheap: lists a folder, opens no file.

@@ -44,7 +44,7 @@ void SetRegistry(const std::vector<Installation>& installations);
 // Asks this program to quit, like the end of the desktop session.
 void AskToQuit();
 
-// For the above: creates Root, called once, and its drives. MakeRoot ends the program if it is not allowed one.
+// Used by RunInOwnFolder: prepares Root once, and its drives. MakeRoot ends the program if Root is not allowed.
 void MakeRoot();
 void MakeDrives();
 

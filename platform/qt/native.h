@@ -57,7 +57,7 @@ struct NativeListBox : QListWidget {
   bool IsMarked(int row) const;
   bool IsCut(const QString& text) const;
   std::vector<std::string> Texts() const;
-  QPoint PlaceOfSelected() const;  // in the viewport
+  QPoint PlaceOfSelected() const;  // in viewport coordinates
   void SetEmptyText(const QString& text);
   void Repaint();
   QString emptyText;

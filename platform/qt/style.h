@@ -7,7 +7,7 @@
 namespace platform {
 
 // The colour of an outline: darker than the window by this percentage, above 100. In a dark window, which leaves no
-// room for that, half-way to its text.
+// room for that, half-way between window and text.
 QColor Outline(const QPalette& palette, int darker);
 
 // Half-way between the two.
