@@ -92,7 +92,7 @@ void frmDoWSetup::RefreshGames() {
     const Module1::Settings settings;
     if (!message) message = messages::Failed(settings.Unread());
     lstGames.SetEmptyText(message ? message->text
-                                  : "No installation was found. Click on + and pick the game's W40k.exe.");
+                                  : "No installation was found. Click + and select the game's W40k.exe.");
     lstGames.Fill(GameEntries(settings));
   }
   platform::DoEvents();

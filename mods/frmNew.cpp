@@ -20,7 +20,7 @@ frmNew::frmNew(frmMain& mainWindow, const std::string& baseFolder)
   window_.Button("CancelButton").OnClick([this] { CancelButton_Click(); });
 
   const auto folders = platform::ListSubfolders(baseFolder);
-  lstDirs.SetEmptyText((folders ? "No folders in\n" : "Folder not found:\n") + baseFolder);
+  lstDirs.SetEmptyText((folders ? "No folders in:\n" : "Folder not found:\n") + baseFolder);
   if (folders) lstDirs.Fill(*folders);
 }
 

@@ -10,7 +10,7 @@ Message NoGame() { return {.text = "Please set up a game first.", .icon = Icon::
 Message NameIsBlank() { return {.text = "Please enter a name for the mod.", .icon = Icon::Exclamation}; }
 Message NameIsTaken() { return {.text = "Please enter a unique name.", .icon = Icon::Information}; }
 Message ModIsGone(const std::string& mod) {
-  return {.text = "There is no mod '" + mod + "' any more.", .icon = Icon::Exclamation};
+  return {.text = "The mod '" + mod + "' no longer exists.", .icon = Icon::Exclamation};
 }
 Message NotOpened(const std::string& folder) { return {.text = folder + " could not be opened."}; }
 
@@ -19,7 +19,7 @@ std::optional<Message> Failed(const std::optional<FileFailure>& failure) {
 }
 
 std::optional<Message> NotMade(const std::optional<FileFailure>& failure) {
-  return failure ? std::optional(Message{failure->Sentence(), "The module file was left as it was."}) : std::nullopt;
+  return failure ? std::optional(Message{failure->Sentence(), "The module file was not changed."}) : std::nullopt;
 }
 
 std::string HowFar(int done, int all, bool isActivated) {

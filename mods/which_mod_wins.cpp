@@ -54,12 +54,12 @@ std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>
   constexpr std::size_t kMost = 4;  // keeps the message lower than the screen
   constexpr std::size_t kMostPaths = 5;
   const std::string name = "'" + std::string(mod) + "'";
-  std::string text = name + " has files of the same path as " + Counted(shared.size(), "other activated mod") + ".";
-  if (shared.empty()) text = "No other activated mod has a file of the same path as " + name + ".";
+  std::string text = name + " shares files with " + Counted(shared.size(), "other activated mod") + ".";
+  if (shared.empty()) text = "No other activated mod shares files with " + name + ".";
   for (std::size_t i = 0; i < std::min(shared.size(), kMost); ++i) {
     const auto& [other, wins, files] = shared[i];
     text += "\n\n" + (wins ? "'" + other + "' wins" : name + " wins over '" + other + "'") + ", " +
-            Counted(files.size(), "file") + (files.size() > kMostPaths ? ", these among them:" : ":");
+            Counted(files.size(), "file") + (files.size() > kMostPaths ? ", including:" : ":");
     for (std::size_t k = 0; k < std::min(files.size(), kMostPaths); ++k) text += "\n" + files[k];
   }
   if (shared.size() > kMost) text += "\n\nAnd " + Counted(shared.size() - kMost, "more mod") + ".";
@@ -71,8 +71,8 @@ std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>
   if (missing.size() > kMost) gaps += " and " + std::to_string(missing.size() - kMost) + " more";
   if (!missing.empty()) gaps += ".";
   if (leftOut.hasUnread) gaps += "\nSome folders could not be read.";
-  if (leftOut.hasLinksOut) gaps += "\nLinks out of the game's folder were not followed.";
-  if (leftOut.isCut) gaps += "\nThere are more than 200,000 files: the others were not looked at.";
+  if (leftOut.hasLinksOut) gaps += "\nLinks that leave the game's folder were not followed.";
+  if (leftOut.isCut) gaps += "\nThere are more than 200,000 files; the rest were not checked.";
   return gaps.empty() ? text : text + "\n" + gaps;
 }
 

@@ -15,17 +15,17 @@ class Refusals : public std::error_category {
   std::string message(int code) const override {
     switch (static_cast<FileRefusal>(code)) {
       case FileRefusal::FolderUnknown:
-        return "The folder of the program could not be found out";
+        return "The program's folder is unknown";
       case FileRefusal::NotOrdinary:
         return "It is a device or a pipe, not a file";
       case FileRefusal::TooLarge:
         return "It is larger than 16 MB";
       case FileRefusal::LinkOfAnother:
-        return "It is a link of another user in a folder that all may write to";
+        return "It is another user's link in a folder that everybody can write to";
       case FileRefusal::Busy:
-        return "Another program is writing it";
+        return "Another program is using it";
       case FileRefusal::Utf16:
-        return "It is text in UTF-16";
+        return "UTF-16 text is not supported";
       case FileRefusal::Program:
         return "It is a program";
       case FileRefusal::OwnFile:

@@ -74,7 +74,7 @@ void TellWhyNoDisplay(QtMsgType type, const QMessageLogContext& context, const Q
   if (reason.empty() && (isAboutDisplays || type == QtFatalMsg))
     reason = message.section('\n', 0, 0).trimmed().toStdString();
   if (type != QtFatalMsg) return;
-  std::fprintf(stderr, "gantrel: there is no display to show its windows on (%s)\n", reason.c_str());
+  std::fprintf(stderr, "gantrel: there is no display (%s)\n", reason.c_str());
   std::_Exit(EXIT_FAILURE);
 }
 
@@ -103,7 +103,7 @@ Running* running = nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-
 // the system frees everything.
 void EndWithoutDisplay() {
   if (running == nullptr) return;
-  std::fputs("gantrel: the display has gone\n", stderr);
+  std::fputs("gantrel: the display connection was lost\n", stderr);
   std::_Exit(EXIT_FAILURE);
 }
 

@@ -36,7 +36,7 @@ class CodePageValidator : public QValidator {
     if (leftOut.isEmpty()) return Acceptable;
     text = kept;
     cursor = static_cast<int>(std::max<qsizetype>(cursor - leftOut.size(), 0));
-    const QString hint = "Left out: " + leftOut + "\nThe game's own files cannot spell it.";
+    const QString hint = "Removed: " + leftOut + "\nNot supported in the game's files.";
     box_->setAccessibleDescription(hint);
     QToolTip::showText(box_->mapToGlobal(QPoint(0, box_->height())), ToToolTip(hint), box_);
     return Acceptable;

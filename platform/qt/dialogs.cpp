@@ -211,8 +211,8 @@ std::optional<ChosenFile> ShowOpen(const OpenFileDialog& settings) {
       return ChosenFile{*std::move(path), std::move(name)};
     }
     const std::string reason =
-        path ? "the path of its folder has more than " + std::to_string(settings.longestFolder) + " characters."
-             : "it is on none of the game's drives, or its path has characters that the game's own files cannot spell.";
+        path ? "Its folder's path is longer than " + std::to_string(settings.longestFolder) + " characters."
+             : "It is on none of the game's drives, or its path has characters that the game's files do not support.";
     MsgBox(DisplayName(chosen) + " cannot be used: " + reason, Buttons::Ok, Icon::Exclamation, settings.title);
   }
 }

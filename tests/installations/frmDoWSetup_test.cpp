@@ -35,7 +35,7 @@ TEST(Setup, TheFirstStartRegistersWhatTheRegistryKnows) {
     EXPECT_EQ(CountWindows("frmMain"), 0) << "before the dialog has ended";
     EXPECT_EQ(Focus(), "OKButton");
   };
-  const Act seesNone = Shows("lstGames", "(No installation was found. Click on + and pick the game's W40k.exe.)");
+  const Act seesNone = Shows("lstGames", "(No installation was found. Click + and select the game's W40k.exe.)");
   const Act install = [] {
     SetRegistry({{"Dawn of War Beta", "D:\\"}, {"Dawn of War Demo", "C:\\Demo"}, {"DAWN OF WAR", "C:\\D\xF6W\\"}});
   };
@@ -72,7 +72,7 @@ TEST(Setup, AddsAGameByNameAndExecutable) {
         {kOpen, Name("Third"), Write(withThird), Pick(Elsewhere()), Sees(taken), Answer("OK")}, kTwo, withThird);
   Check(kTwoGames, "not in a folder outside the code page or longer than a setting",
         {kOpen, Name("Third"), refuses(u8"\u017Bycie", "W40k.exe cannot be used"),
-         refuses(fs::path(longName) / longName, "more than 254 characters"), Press("Esc")},
+         refuses(fs::path(longName) / longName, "longer than 254 characters"), Press("Esc")},
         kTwo);
 }
 

@@ -55,7 +55,7 @@ TEST(Menus, MoveAModFar) {
 }
 
 TEST(Menus, EditAMod) {
-  const Message gone = {"Edit Mod", "There is no mod 'Gamma' any more.", "exclamation", {"OK"}};
+  const Message gone = {"Edit Mod", "The mod 'Gamma' no longer exists.", "exclamation", {"OK"}};
   const Message taken = {"Edit Mod", "Please enter a unique name.", "information", {"OK"}};
   const std::string renamed = With(FourMods(), "Name=Gamma", "Name=Renamed");
   const Act open = InTurn({Click("lstActive", "Gamma"), Press("F2")});
@@ -102,7 +102,7 @@ TEST(Menus, TakeBackWhatWasDone) {
 
 TEST(Menus, TellWhichModWins) {
   const Message message = {"Which Mod Wins",
-                           "'Alpha' has files of the same path as 1 other activated mod.\n\n"
+                           "'Alpha' shares files with 1 other activated mod.\n\n"
                            "'Gamma' wins, 1 file:\nart\\A.tga\n\nMissing folders: GammaSound.",
                            "information",
                            {"OK"}};

@@ -44,14 +44,14 @@ TEST(WhichModWins, IsSaidInAFewLines) {
                                          {"e", true, {"1"}},
                                          {"f", true, {"1"}}};
   EXPECT_EQ(SharedFilesText("M", {}, {{"A", "B", "C", "D", "E"}}),
-            "No other activated mod has a file of the same path as 'M'.\n\nMissing folders: A, B, C, D and 1 more.");
+            "No other activated mod shares files with 'M'.\n\nMissing folders: A, B, C, D and 1 more.");
   EXPECT_EQ(SharedFilesText("M", one, {{}, true, true, true}),
-            "'M' has files of the same path as 1 other activated mod.\n\n'Low' wins, 1 file:\na\n\nSome folders could "
-            "not be read.\nLinks out of the game's folder were not followed.\nThere are more than 200,000 files: the "
-            "others were not looked at.");
+            "'M' shares files with 1 other activated mod.\n\n'Low' wins, 1 file:\na\n\nSome folders could "
+            "not be read.\nLinks that leave the game's folder were not followed.\nThere are more than 200,000 "
+            "files; the rest were not checked.");
   EXPECT_EQ(SharedFilesText("M", many, {}),
-            "'M' has files of the same path as 5 other activated mods.\n\n'M' wins over 'b', 6 files, these among "
-            "them:\n1\n2\n3\n4\n5\n\n'c' wins, 1 file:\n1\n\n'd' wins, 1 file:\n1\n\n'e' wins, 1 file:\n1\n\nAnd 1 "
+            "'M' shares files with 5 other activated mods.\n\n'M' wins over 'b', 6 files, including:\n"
+            "1\n2\n3\n4\n5\n\n'c' wins, 1 file:\n1\n\n'd' wins, 1 file:\n1\n\n'e' wins, 1 file:\n1\n\nAnd 1 "
             "more mod.");
 }
 
@@ -64,7 +64,7 @@ TEST(WhichModWins, LooksIntoTheFoldersOfTheActivatedMods) {
   const Module1::Settings settings(With(FourMods(), "Name=Delta\r\nActive=0\r\nDirCount=0",
                                         "Name=Delta\r\nActive=1\r\nDirCount=2\r\nDir1=Nowhere\r\nDir2="));
   EXPECT_EQ(WhichModWins(settings, "Dawn of War", "Alpha"),
-            "'Alpha' has files of the same path as 1 other activated mod.\n\n'Gamma' wins, 1 file:\nArt\\.x\n\n"
+            "'Alpha' shares files with 1 other activated mod.\n\n'Gamma' wins, 1 file:\nArt\\.x\n\n"
             "Missing folders: Nowhere.");
   EXPECT_EQ(WhichModWins(settings, "Dawn of War", "Beta"), std::nullopt);
 }

@@ -35,7 +35,7 @@ TEST(ModuleWriter, AFailureIsSaid) {
     fs::resize_file(GameFolder() / "W40k.exe", 17 << 20);
   };
   const auto tryFailure = [&](const std::string& settings, const std::string& makeIni, const std::string& said) {
-    const Message message = {"Make Module", said + "\n\nThe module file was left as it was.", "critical", {"OK"}};
+    const Message message = {"Make Module", said + "\n\nThe module file was not changed.", "critical", {"OK"}};
     Check(settings, said,
           {writeProgram, WriteOwn("Make.ini", "[Make]\n" + makeIni), kWriteModule, Sees(message), Answer("OK")},
           kFourShown);

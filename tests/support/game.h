@@ -80,7 +80,7 @@ inline Message Failed(const std::string& title, const std::string& how, const st
   return {title, platform::DisplayName({SettingsFile().native()}) + how + "\n\n" + outcome, "critical", {"OK"}};
 }
 
-inline const std::string kUnread = " could not be read: It is text in UTF-16.";  // for these settings:
+inline const std::string kUnread = " could not be read: UTF-16 text is not supported.";  // for these settings:
 inline const std::string kUnreadable = "\xFF\xFE";
 
 inline void ResetWithFourMods() {
