@@ -43,7 +43,7 @@ use() {
   press Tab; press Tab; press space
   enter Sample; press Return; look 2-file-dialog
   enter game/W40k.exe; press Return; look 3-registered
-  press shift+Tab; press shift+Tab; press space
+  press Return
   press Insert; enter Maps; press Tab; press space; look 4-new-mod
   press Return; press Tab; press Tab; press Tab; press Tab; press Down; press Return; look 5-activated
 }
@@ -68,10 +68,11 @@ try_on() {
   local where=(DISPLAY="$shown")
   if [[ $desktop == wayland ]]; then
     where=(WAYLAND_DISPLAY=wayland-gantrel XDG_SESSION_TYPE=wayland)
-    XDG_RUNTIME_DIR=$runtime display weston --backend=x11-backend.so --use-pixman --no-config --idle-time=0 --width=1200 \
-      --height=900 --socket=wayland-gantrel >"$pictures/$release-weston.txt" 2>&1 & started+=($!)
+    printf '[shell]\npanel-position=none\n' >"$runtime/weston.ini"  # its clock would change the picture
+    XDG_RUNTIME_DIR=$runtime display weston --backend=x11-backend.so --use-pixman --config="$runtime/weston.ini" --idle-time=0 \
+      --width=1200 --height=900 --socket=wayland-gantrel >"$pictures/$release-weston.txt" 2>&1 & started+=($!)
     until [[ -S $runtime/wayland-gantrel ]]; do sleep 0.2; done
-    display xdotool search --sync --name Weston windowfocus
+    display xdotool search --sync --class Weston windowfocus
   fi
   sleep 2
   local before
