@@ -24,7 +24,7 @@ make_debian() {
   # it lacks what Debian has mended since.
   if [[ -z $(find "$base" -mtime -7 2>/dev/null) ]]; then
     say "Making a Debian $release."
-    mmdebstrap --variant=minbase --dpkgopt=force-unsafe-io "$name" "$base.$$" >"$machine.log" 2>&1 ||
+    mmdebstrap --variant=minbase --format=tar --dpkgopt=force-unsafe-io "$name" "$base.$$" >"$machine.log" 2>&1 ||
       { cat "$machine.log"; fail "The Debian could not be made."; }
     mv "$base.$$" "$base"
   fi

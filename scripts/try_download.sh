@@ -64,15 +64,14 @@ try_on() {
   started+=($!)
   read -r shown <&"$number"
   shown=:$shown
-  display openbox >/dev/null 2>&1 & started+=($!)
+  DISPLAY=$shown openbox >/dev/null 2>&1 & started+=($!)
   local where=(DISPLAY="$shown")
   if [[ $desktop == wayland ]]; then
     where=(WAYLAND_DISPLAY=wayland-gantrel XDG_SESSION_TYPE=wayland)
     printf '[shell]\npanel-position=none\n' >"$runtime/weston.ini"  # its clock would change the picture
-    XDG_RUNTIME_DIR=$runtime display weston --backend=x11-backend.so --use-pixman --config="$runtime/weston.ini" --idle-time=0 \
-      --width=1200 --height=900 --socket=wayland-gantrel >"$pictures/$release-weston.txt" 2>&1 & started+=($!)
-    until [[ -S $runtime/wayland-gantrel ]]; do sleep 0.2; done
-    display xdotool search --sync --class Weston windowfocus
+    XDG_RUNTIME_DIR=$runtime DISPLAY=$shown weston --backend=x11-backend.so --use-pixman --config="$runtime/weston.ini" \
+      --idle-time=0 --width=1200 --height=900 --socket=wayland-gantrel >"$pictures/$release-weston.txt" 2>&1 & started+=($!)
+    display timeout 20 xdotool search --sync --class Weston windowfocus
   fi
   sleep 2
   local before
