@@ -92,6 +92,8 @@ TEST(Menus, TakeBackWhatWasDone) {
   Check(TwoGames(), "the game stays selected; other games' module files are rewritten",
         {activateAll, kChooseSecond, Press("Tab"), undo, Shows("lstGame", "Dawn of War, [Second]")}, "Other | ()",
         TwoGames(), four);
+  Try(FourMods(), "and drops a click that comes meanwhile", {activateAll, Watch("lstActive", Soon(activateAll), undo)},
+      kFourShown);
   Check(FourMods(), "nothing after the last step", {activateAll, undo, undo, RightClick("lstGame"), Press("Esc")},
         kFourShown, FourMods(), four);
   const Act takeModuleFile = [] { fs::create_directories(ModuleFile() / "x"); };
