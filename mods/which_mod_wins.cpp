@@ -58,8 +58,9 @@ std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>
   if (shared.empty()) text = "No other activated mod shares files with " + name + ".";
   for (std::size_t i = 0; i < std::min(shared.size(), kMost); ++i) {
     const auto& [other, wins, files] = shared[i];
-    text += "\n\n" + (wins ? "'" + other + "' wins" : name + " wins over '" + other + "'") + ", " +
-            Counted(files.size(), "file") + (files.size() > kMostPaths ? ", including:" : ":");
+    text.append("\n\n'").append(wins ? other : mod).append("' wins");
+    if (!wins) text.append(" over '").append(other).append("'");
+    text += ", " + Counted(files.size(), "file") + (files.size() > kMostPaths ? ", including:" : ":");
     for (std::size_t k = 0; k < std::min(files.size(), kMostPaths); ++k) text += "\n" + files[k];
   }
   if (shared.size() > kMost) text += "\n\nAnd " + Counted(shared.size() - kMost, "more mod") + ".";
@@ -79,7 +80,7 @@ std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>
 std::optional<std::string> WhichModWins(const Module1::Settings& settings, std::string_view game,
                                         std::string_view mod) {
   const std::string install = settings.InstallFolder(game);
-  const std::string base = DataFolderBase(install);
+  const std::string base = DataFolderBase(install) + "\\";
   std::vector<ModFiles> mods;
   LeftOut leftOut;
   std::size_t left = kMostFiles;
@@ -87,14 +88,14 @@ std::optional<std::string> WhichModWins(const Module1::Settings& settings, std::
   for (std::int64_t n = 1; n <= count; ++n) {
     const std::string section = schema::ModSection(game, n);
     if (settings.GetNumber(section, "Active", 0) != 1) continue;  // as in the module file
-    ModFiles& one = mods.emplace_back(settings.GetSetting(section, "Name", "Unknown"));
+    mods.push_back({settings.GetSetting(section, "Name", "Unknown"), {}});
     const std::int64_t dirCount = settings.DirCount(section);
     for (std::int64_t k = 1; k <= dirCount; ++k) {
       const std::string folder = settings.GetSetting(section, schema::DirKey(k), "");
       if (folder.empty()) continue;
-      auto listing = platform::ListFiles(base + "\\" + folder, install, left);
+      auto listing = platform::ListFiles(base + folder, install, left);
       left -= std::min(left, listing.files.size());
-      std::ranges::move(listing.files, std::back_inserter(one.files));
+      std::ranges::move(listing.files, std::back_inserter(mods.back().files));
       if (listing.isMissing) leftOut.missing.push_back(folder);
       leftOut.hasUnread = leftOut.hasUnread || listing.hasUnread;
       leftOut.hasLinksOut = leftOut.hasLinksOut || listing.hasLinksOut;

@@ -9,12 +9,14 @@ namespace platform {
 
 // Next and Previous from an entry that is no match continue among the names that begin with the text.
 int FindName(const std::vector<std::string>& names, std::string_view typed, int from, FindStep step) {
+  if (typed.empty()) return -1;
   std::vector<int> matches;
   std::vector<int> inside;
   for (int i = 0; i < std::ssize(names); ++i) {
     const std::string& name = names[static_cast<std::size_t>(i)];
-    const auto found = std::ranges::search(name, typed, {}, FoldCase, FoldCase);
-    if (!found.empty()) (found.begin() == name.begin() ? matches : inside).push_back(i);
+    const auto found = std::search(name.begin(), name.end(), typed.begin(), typed.end(),
+                                   [](char one, char other) { return FoldCase(one) == FoldCase(other); });
+    if (found != name.end()) (found == name.begin() ? matches : inside).push_back(i);
   }
   if (step == FindStep::Typed) {
     const auto& best = matches.empty() ? inside : matches;

@@ -303,8 +303,8 @@ Act Close(const std::string& window) {
 
 Act SavePicture(const std::filesystem::path& file) {
   return [=] {
-    QWidget* const menu = QApplication::activePopupWidget();
-    const bool isSaved = (menu != nullptr ? *menu : Front()).grab().save(QString::fromStdU16String(file.u16string()));
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    const bool isSaved = (menu != nullptr ? static_cast<QWidget&>(*menu) : Front()).grab().save(QString::fromStdU16String(file.u16string()));
     if (!isSaved) Fail("cannot save", file.string());
   };
 }
