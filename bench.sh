@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks, and prints a table for each subject. With --keep, also puts the tables and pictures into
-# docs/performance.md. Takes about ten minutes. TMPDIR says on which file system the files are.
+# Builds and runs the benchmarks, and prints a table for each subject. With --keep, also puts the tables into
+# bench/results.md. Takes about ten minutes. TMPDIR says on which file system the files are.
 arguments=--keep
 set -euo pipefail
 source "$(dirname "$0")/scripts/common.sh"

@@ -1,9 +1,7 @@
 #!/usr/bin/env python3
-"""Works the results of a run out into tables and pictures. Arguments: the folder of the results; --keep to put them
-into docs/performance.md and docs/pictures/."""
+"""Prints tables of a run's results. Arguments: the folder of the results; --keep to put them into bench/results.md."""
 
 import json
-import math
 import pathlib
 import platform
 import re
@@ -11,8 +9,7 @@ import sys
 
 results = pathlib.Path(sys.argv[1])
 keep = "--keep" in sys.argv
-page = pathlib.Path("docs/performance.md")
-pictures = pathlib.Path("docs/pictures")
+page = pathlib.Path("bench/results.md")
 SIZES = (10, 100, 1000)
 COMMAND_SIZES = (10, 30, 100, 300, 1000)
 COMMANDS = ("fill", "activate one", "move one", "delete the first", "new mod", "activate all")
@@ -43,36 +40,6 @@ def shown(seconds):
 def table(title, head, rows):
     lines = [f"### {title}", "", "| " + " | ".join(head) + " |", "|" + "|".join(["---"] + ["--:"] * (len(head) - 1)) + "|"]
     return "\n".join(lines + ["| " + " | ".join(map(str, row)) + " |" for row in rows]) + "\n"
-
-
-def picture(file, title, series):
-    """Times over numbers of mods, both in powers of ten. `series`: name, colour, whether dashed, points."""
-    width, height, left, right, top, bottom = 760, 440, 70, 190, 40, 50
-    times = [time for *_, points in series for _, time in points]
-    low, high = math.floor(math.log10(min(times))), math.ceil(math.log10(max(times)))
-    x = lambda mods: left + (math.log10(mods) - 1) / 2 * (width - left - right)
-    y = lambda time: height - bottom - (math.log10(time) - low) / (high - low) * (height - top - bottom)
-    parts = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {width} {height}" font-family="sans-serif" font-size="13">',
-             f'<rect width="{width}" height="{height}" fill="white"/>',
-             f'<text x="{left}" y="22" font-size="15" font-weight="bold">{title}</text>',
-             f'<text x="{(left + width - right) / 2}" y="{height - 10}" text-anchor="middle">mods</text>']
-    for power in range(low, high + 1):
-        at = y(10.0**power)
-        parts.append(f'<path d="M{left} {at:.1f}H{width - right}" stroke="#ddd"/>'
-                     f'<text x="{left - 8}" y="{at + 4:.1f}" text-anchor="end">{shown(10.0**power)}</text>')
-    for mods in (10, 30, 100, 300, 1000):
-        parts.append(f'<path d="M{x(mods):.1f} {top}V{height - bottom}" stroke="#eee"/>'
-                     f'<text x="{x(mods):.1f}" y="{height - bottom + 18}" text-anchor="middle">{mods}</text>')
-    label_at = 0.0
-    for name, colour, dashed, points in sorted(series, key=lambda one: -one[3][-1][1]):
-        path = " ".join(f"{x(mods):.1f},{y(time):.1f}" for mods, time in points)
-        parts.append(f'<polyline points="{path}" fill="none" stroke="{colour}" stroke-width="2"'
-                     + (' stroke-dasharray="5 4"' if dashed else "") + "/>")
-        if not name:
-            continue
-        label_at = max(label_at + 15, y(points[-1][1]) + 4)  # names do not cover each other
-        parts.append(f'<text x="{width - right + 8}" y="{label_at:.1f}" fill="{colour}">{name}</text>')
-    (pictures / file).write_text("\n".join(parts + ["</svg>"]) + "\n")
 
 
 read, write, lists, commands, processes = (
@@ -142,12 +109,6 @@ tables.append(f"The machine: {context['num_cpus']} × {model[1] if model else pl
 text = "\n".join(tables)
 print(text)
 if keep:
-    colours = ("#c00000", "#000000", "#1f77b4", "#2ca02c", "#9467bd", "#8c564b")
-    series = []
-    for command, colour in zip(COMMANDS, colours):
-        for key, name, dashed in (("time", command, False), ("limit", "", True)):
-            series.append((name, colour, dashed, [(mods, commands[f"{mods}/{command}"][key]) for mods in COMMAND_SIZES]))
-    picture("commands.svg", "Commands, and (dashed) their limits", series)
     before, rest = page.read_text().split("<!-- tables -->\n")
     after = rest.split("<!-- end of tables -->\n")[1]
     page.write_text(f"{before}<!-- tables -->\n\n{text}\n<!-- end of tables -->\n{after}")
