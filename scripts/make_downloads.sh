@@ -93,7 +93,7 @@ pack() {
   find "$folder" -exec touch --no-dereference --date="@$SOURCE_DATE_EPOCH" {} +
   rm -f "$archive"
   if [[ $1 == *.zip ]]; then
-    (cd "$folder/.." && find gantrel | LC_ALL=C sort | TZ=UTC zip --quiet --no-extra --latest-time "$archive" -@)
+    (cd "$folder/.." && find gantrel | LC_ALL=C sort | TZ=UTC zip --quiet --strip-extra --latest-time "$archive" -@)
   else
     tar --create --sort=name --format=gnu --owner=0 --group=0 --numeric-owner --directory "$folder/.." gantrel |
       xz -9 --threads=1 >"$archive"
