@@ -35,7 +35,7 @@ class NativeEntry : public QListWidgetItem {
     if (role != Qt::ToolTipRole && role != Qt::AccessibleDescriptionRole) return QListWidgetItem::data(role);
     const QString details = list_->onToolTip ? ToQt(list_->onToolTip(list_->row(this))) : "";
     if (role == Qt::AccessibleDescriptionRole) return details;
-    QStringList lines = {list_->IsCut(text()) ? text() : "", details};
+    QStringList lines = {list_->IsCut(list_->row(this)) ? text() : "", details};
     lines.removeAll("");
     return lines.isEmpty() ? "" : ToToolTip(lines.join('\n'));
   }
@@ -119,9 +119,10 @@ bool NativeListBox::IsMarked(int row) const {
   return position < marks_.size() && marks_[position];
 }
 
-bool NativeListBox::IsCut(const QString& text) const {
-  constexpr int kMargins = 8;  // left and right of an entry's text
-  return fontMetrics().horizontalAdvance(text) + kMargins > viewport()->width();
+bool NativeListBox::IsCut(int row) const {
+  constexpr int kMargins = 8;  // left and right of an entry's text, and of its sign
+  const int sign = IsMarked(row) ? fontMetrics().ascent() + kMargins : 0;
+  return fontMetrics().horizontalAdvance(item(row)->text()) + kMargins + sign > viewport()->width();
 }
 
 std::vector<std::string> NativeListBox::Texts() const {
@@ -275,6 +276,7 @@ void NativeListBox::DragTo(int y) {
 void NativeListBox::StopDragging() {
   scrolling_.stop();
   dragged_.reset();
+  pressed_ = {-1, -1};  // moving on starts no other drag
   viewport()->update();
 }
 

@@ -55,7 +55,7 @@ struct NativeListBox : QListWidget {
   void Fill(const QStringList& entries);
   void SetMarks(std::vector<bool> marks);
   bool IsMarked(int row) const;
-  bool IsCut(const QString& text) const;
+  bool IsCut(int row) const;
   std::vector<std::string> Texts() const;
   QPoint PlaceOfSelected() const;  // in viewport coordinates
   void SetEmptyText(const QString& text);
