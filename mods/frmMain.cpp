@@ -40,23 +40,25 @@ frmMain::frmMain()
   cmdGoToGames.OnClick([this] { cmdGoToGames_Click(); });
   lstActive.OnMove([this](int from, int to) { MoveMod(from, to); });
 
-  const auto severalActive = [this] { return lstActive.Count() > 1; };
-  const auto hasGame = [this] { return !GetBPath().empty(); };
-  window_.OnCommand(
-      "Move to Top", [this] { MoveMod(lstActive.Selected(), 0); }, severalActive);
-  window_.OnCommand(
-      "Move to Bottom", [this] { MoveMod(lstActive.Selected(), lstActive.Count() - 1); }, severalActive);
+  window_.OnCommand("Move to Top", [this] { MoveMod(lstActive.Selected(), 0); });
+  window_.OnCommand("Move to Bottom", [this] { MoveMod(lstActive.Selected(), lstActive.Count() - 1); });
   window_.OnCommand("Edit...", [this] { EditMod(); });
   window_.OnCommand("Details", [this] { window_.ShowDetails(); });
   window_.OnCommand("Which Mod Wins...", [this] { ShowWhichModWins(); });
-  window_.OnCommand(
-      "Open Game Folder", [this] { OpenGameFolder(); }, hasGame);
-  window_.OnCommand("Copy Launch Option", CopyLaunchOption, hasGame);
-  window_.OnCommand(
-      "Undo", [this] { Undo(History::Way::Undo); }, Module1::CanUndo);
-  window_.OnCommand(
-      "Redo", [this] { Undo(History::Way::Redo); }, Module1::CanRedo);
+  window_.OnCommand("Open Game Folder", [this] { OpenGameFolder(); });
+  window_.OnCommand("Copy Launch Option", CopyLaunchOption);
+  window_.OnCommand("Undo", [this] { Undo(History::Way::Undo); });
+  window_.OnCommand("Redo", [this] { Undo(History::Way::Redo); });
   window_.OnCommand("Refresh", [this] { Refresh(Settings()); });
+
+  const auto canMove = [this] { return lstActive.Count() > 1; };
+  const auto hasGame = [this] { return !GetBPath().empty(); };
+  window_.OnIsAvailable("Move to Top", canMove);
+  window_.OnIsAvailable("Move to Bottom", canMove);
+  window_.OnIsAvailable("Open Game Folder", hasGame);
+  window_.OnIsAvailable("Copy Launch Option", hasGame);
+  window_.OnIsAvailable("Undo", Module1::CanUndo);
+  window_.OnIsAvailable("Redo", Module1::CanRedo);
 }
 
 frmMain::~frmMain() = default;

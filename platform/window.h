@@ -34,10 +34,11 @@ class Window {
 
   void SetCaption(std::string_view caption) const;
 
-  // Handles a layout command that has no button. While `isAvailable`, checked each time, returns false, its menu entry
-  // is grey and its key does nothing.
-  void OnCommand(std::string_view caption, const std::function<void()>& handler,
-                 const std::function<bool()>& isAvailable = {}) const;
+  // Handles a layout command that has no button.
+  void OnCommand(std::string_view caption, const std::function<void()>& handler) const;
+
+  // Checked each time: while it returns false, the command's menu entry is grey and its key does nothing.
+  void OnIsAvailable(std::string_view caption, const std::function<bool()>& handler) const;
 
   // Shows the tooltip of the focused control; in a list, that of the selected entry.
   void ShowDetails() const;

@@ -93,8 +93,8 @@ class AccessibleWindow : public QAccessibleWidget {
     if (found == commands.end()) found = std::ranges::find_if(commands, isMeant);
     if (found == commands.end() || !window_->isEnabled()) return;
     // Queued: the command may open a dialog, while the screen reader waits for this call.
-    QMetaObject::invokeMethod(
-        window_, [&command = *found] { command.Run(); }, Qt::QueuedConnection);
+    const auto run = [&command = *found] { command.Run(); };
+    QMetaObject::invokeMethod(window_, run, Qt::QueuedConnection);
   }
 
  private:

@@ -141,8 +141,7 @@ struct NativeWindow : QWidget {
     void Run() const;
   };
   const std::vector<Command>& Commands() const { return commands_; }
-  void OnCommand(std::string_view caption, const std::function<void()>& handler,
-                 const std::function<bool()>& isAvailable);
+  std::vector<Command*> FindCommands(std::string_view caption);  // stops the program if there is none
 
   // Runs the command for the key and the focused control. False if there is none.
   bool TakeKey(const QKeyEvent& event);

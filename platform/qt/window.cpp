@@ -160,16 +160,13 @@ void NativeWindow::AddCommand(const CommandLayout& layout) {
   setAccessibleDescription((others.isEmpty() ? "" : others + ", ") + ToQt(layout.key) + ": " + ToQt(layout.caption));
 }
 
-void NativeWindow::OnCommand(std::string_view caption, const std::function<void()>& handler,
-                             const std::function<bool()>& isAvailable) {
-  bool isKnown = false;
+std::vector<NativeWindow::Command*> NativeWindow::FindCommands(std::string_view caption) {
+  std::vector<Command*> found;
   for (Command& command : commands_) {
-    if (command.layout->caption != caption) continue;
-    command.handler = handler;
-    command.isAvailable = isAvailable;
-    isKnown = true;
+    if (command.layout->caption == caption) found.push_back(&command);
   }
-  if (!isKnown) StopForUnknownName("command", caption);
+  if (found.empty()) StopForUnknownName("command", caption);
+  return found;
 }
 
 bool NativeWindow::Command::CanRun() const {
@@ -212,8 +209,8 @@ void NativeWindow::ShowMenu(const QWidget& control, const QPoint& place) {
     if (command.layout->startsGroup) menu->addSeparator();
     auto* const action = menu->addAction(ToQt(command.layout->caption) + "\t" + ToQt(command.layout->key));
     action->setEnabled(command.CanRun());
-    connect(
-        action, &QAction::triggered, this, [&command] { command.Run(); }, Qt::QueuedConnection);
+    const auto run = [&command] { command.Run(); };
+    connect(action, &QAction::triggered, this, run, Qt::QueuedConnection);
   }
   menu->isEmpty() ? delete menu : menu->popup(place);
 }
@@ -400,9 +397,12 @@ void Window::OnUnload(std::function<void(bool& cancel)> handler) const { native_
 
 void Window::OnClosed(std::function<void()> handler) const { native_->onClosed = std::move(handler); }
 
-void Window::OnCommand(std::string_view caption, const std::function<void()>& handler,
-                       const std::function<bool()>& isAvailable) const {
-  native_->OnCommand(caption, handler, isAvailable);
+void Window::OnCommand(std::string_view caption, const std::function<void()>& handler) const {
+  for (NativeWindow::Command* const command : native_->FindCommands(caption)) command->handler = handler;
+}
+
+void Window::OnIsAvailable(std::string_view caption, const std::function<bool()>& handler) const {
+  for (NativeWindow::Command* const command : native_->FindCommands(caption)) command->isAvailable = handler;
 }
 
 void Window::SetCaption(std::string_view caption) const { native_->setWindowTitle(ToQt(caption)); }
