@@ -304,7 +304,8 @@ Act Close(const std::string& window) {
 Act SavePicture(const std::filesystem::path& file) {
   return [=] {
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    const bool isSaved = (menu != nullptr ? static_cast<QWidget&>(*menu) : Front()).grab().save(QString::fromStdU16String(file.u16string()));
+    QWidget& shown = menu != nullptr ? *menu : Front();
+    const bool isSaved = shown.grab().save(QString::fromStdU16String(file.u16string()));
     if (!isSaved) Fail("cannot save", file.string());
   };
 }
