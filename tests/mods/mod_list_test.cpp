@@ -90,9 +90,8 @@ TEST(ModuleText, IsAnotherWhereActiveModsOrTheGamesFolderAre) {
       {"games return with other mods", With(none, "AlphaData", "x"), two, {kGame}},
       {"games are gone", With(two, "AlphaData", "x"), none, {}},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(GamesWithOtherModules(Module1::Settings(row.before), Module1::Settings(row.after)), row.games)
-        << row.rule;
+  for (const auto& [rule, before, after, games] : rows)
+    EXPECT_EQ(GamesWithOtherModules(Module1::Settings(before), Module1::Settings(after)), games) << rule;
 }
 
 TEST(ModuleText, HasTheFoldersOfTheActiveModsBetweenTheTemplates) {

@@ -26,9 +26,8 @@ TEST(FindName, GoesRoundThoseThatBeginWithWhatIsTypedAndThenTheOthers) {
       {"arm", 1, FindStep::Previous, 2},  {"arm", 0, FindStep::Previous, 4}, {"arm", 3, FindStep::Previous, 1},
       {"arm", -1, FindStep::Previous, 2}, {"y", 2, FindStep::Next, 2},       {"arms", 1, FindStep::Next, -1},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(FindName(names, row.typed, row.from, row.step), row.position)
-        << row.typed << " from " << row.from << ", " << static_cast<int>(row.step);
+  for (const auto& [typed, from, step, position] : rows)
+    EXPECT_EQ(FindName(names, typed, from, step), position) << typed << " from " << from;
 }
 
 }  // namespace
