@@ -6,7 +6,7 @@
 #include "mods/mod_list.h"
 #include "mods/which_mod_wins.h"
 #include "platform/application.h"
-#include "platform/files.h"
+#include "platform/folders.h"
 
 using Module1::Change;
 using Module1::Settings;

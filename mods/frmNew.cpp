@@ -7,8 +7,7 @@
 #include "mods/frmMain.h"
 #include "mods/mod_list.h"
 #include "platform/code_page.h"
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/folders.h"
 
 frmNew::frmNew(frmMain& mainWindow, const std::string& baseFolder)
     : mainWindow_(&mainWindow),

@@ -5,17 +5,12 @@
 
 #include "mods/mod_list.h"
 #include "platform/code_page.h"
-#include "platform/list_files.h"
+#include "platform/folders.h"
 #include "settings/schema.h"
 
 namespace {
 
 constexpr std::size_t kMostFiles = 200'000;
-
-std::string Folded(std::string text) {
-  std::ranges::transform(text, text.begin(), platform::FoldCase);
-  return text;
-}
 
 // "1 file", "2 files".
 std::string Counted(std::size_t count, const std::string& what) {
@@ -32,14 +27,14 @@ std::vector<SharedFiles> FindSharedFiles(const std::vector<ModFiles>& mods, std:
   const auto first = std::ranges::find(mods, mod, &ModFiles::mod);
   if (first == mods.end()) return {};
   std::unordered_map<std::string, File> own;
-  for (const std::string& file : first->files) own.emplace(Folded(file), File{&file});
+  for (const std::string& file : first->files) own.emplace(platform::Folded(file), File{&file});
 
   std::vector<SharedFiles> all;
   for (auto last = mods.end(); last != mods.begin();) {
     const auto other = --last;
     SharedFiles shared = {other->mod, other > first, {}};
     for (const std::string& file : other->files) {
-      const auto found = own.find(Folded(file));
+      const auto found = own.find(platform::Folded(file));
       if (other == first || found == own.end() || found->second.countedFor == &*other) continue;
       found->second.countedFor = &*other;
       shared.files.push_back(*found->second.spelling);

@@ -20,6 +20,12 @@ std::string FromUtf16(std::u16string_view wide) {
   return text;
 }
 
+std::string Folded(std::string_view name) {
+  std::string folded(name);
+  std::ranges::transform(folded, folded.begin(), FoldCase);
+  return folded;
+}
+
 // Backwards: numbered sections and keys differ at the end.
 bool SameName(std::string_view left, std::string_view right) {
   if (left.size() != right.size()) return false;

@@ -23,6 +23,8 @@ inline char FoldCase(char character) {
   return static_cast<unsigned char>(character) < 0x80 ? character : FoldCaseBeyondAscii(character);
 }
 
+std::string Folded(std::string_view name);
+
 // Whether two names are equal, ignoring letter case.
 bool SameName(std::string_view left, std::string_view right);
 

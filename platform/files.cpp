@@ -1,8 +1,5 @@
 #include "platform/files.h"
 
-#include <algorithm>
-
-#include "platform/code_page.h"
 #include "platform/paths.h"
 
 namespace platform {
@@ -36,33 +33,6 @@ class Refusals : public std::error_category {
 };
 
 }  // namespace
-
-bool IsMissingFolder(std::string_view windowsPath) {
-  const auto path = ToHostPath(windowsPath);
-  if (!path) return true;
-  std::error_code failure;
-  const auto status = std::filesystem::status(AsSpelledOnDisk(*path), failure);
-  return std::filesystem::status_known(status) && !std::filesystem::is_directory(status);
-}
-
-FoldersBelow::FoldersBelow(const std::string& windowsPath)
-    : path_(windowsPath + "\\"),
-      names_(ListSubfolders(windowsPath, Hidden::Listed)),
-      isMissing_(!names_ && IsMissingFolder(windowsPath)) {
-  if (!names_) return;
-  for (std::string& name : *names_) std::ranges::transform(name, name.begin(), FoldCase);
-  std::ranges::sort(*names_);
-}
-
-// Nested paths are looked up one by one.
-bool FoldersBelow::IsMissing(std::string_view folder) const {
-  if (isMissing_ || !names_) return isMissing_;
-  if (folder.empty() || folder.find_first_of("\\/") != std::string_view::npos)
-    return IsMissingFolder(path_ + std::string(folder));
-  std::string wanted(folder);
-  std::ranges::transform(wanted, wanted.begin(), FoldCase);
-  return !std::ranges::binary_search(*names_, wanted);
-}
 
 std::error_code make_error_code(FileRefusal refusal) {
   static const Refusals refusals;

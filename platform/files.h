@@ -69,21 +69,6 @@ void RemoveFile(const std::filesystem::path& path);
 // Whether the user can probably create files in the folder; does not try.
 bool TakesFiles(const std::filesystem::path& folder);
 
-// Whether a Windows path is known not to be a folder. False if the system cannot tell.
-bool IsMissingFolder(std::string_view windowsPath);
-
-// The same for folders below a folder; lists that folder only once.
-class FoldersBelow {
- public:
-  explicit FoldersBelow(const std::string& windowsPath);
-  bool IsMissing(std::string_view folder) const;
-
- private:
-  std::string path_;
-  std::optional<std::vector<std::string>> names_;  // the folders directly below, case-folded and sorted
-  bool isMissing_;
-};
-
 // Whether both paths lead to the same existing file.
 bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 // Two kinds of path, distinguished by type.
 //
@@ -32,12 +30,5 @@ std::optional<std::string> ToWindowsPath(const std::filesystem::path& path);
 
 // For display: characters that the code page lacks become "?".
 std::string DisplayName(const std::filesystem::path& path);
-
-enum class Hidden : std::uint8_t { LeftOut, Listed };
-
-// The names of the folders directly below a folder, links to folders included, sorted ignoring letter case. Names that
-// the code page lacks are left out, since the game could not find them. Nothing if the folder is missing or cannot be
-// listed.
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden = Hidden::LeftOut);
 
 }  // namespace platform

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "platform/files.h"
-#include "platform/list_files.h"
+#include "platform/folders.h"
 #include "platform/paths.h"
 
 namespace fs = std::filesystem;

@@ -5,7 +5,7 @@
 #include "platform/code_page.h"
 #include "platform/linux/drives.h"
 #include "platform/linux/file_names.h"
-#include "platform/list_files.h"
+#include "platform/folders.h"
 
 namespace fs = std::filesystem;
 
@@ -32,29 +32,15 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) { return MapToWin
 
 std::string DisplayName(const fs::path& path) { return FromUtf8(path.native()); }
 
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden) {
-  const auto path = ToHostPath(windowsPath);
-  if (!path) return std::nullopt;
-  std::vector<std::string> names;
-  std::error_code failure;
-  for (fs::directory_iterator entry(AsSpelledOnDisk(*path), failure), end; entry != end; entry.increment(failure)) {
-    const fs::path name = entry->path().filename();
-    std::error_code untold;
-    const bool isLeftOut = hidden == Hidden::LeftOut && name.native().starts_with('.');
-    if (isLeftOut || !entry->is_directory(untold)) continue;
-    if (auto text = FromUtf8Exactly(name.native())) names.push_back(*std::move(text));
-  }
-  if (failure) return std::nullopt;
-  std::ranges::sort(names, ComesBefore);
-  return names;
-}
-
 std::error_code ListFolder(const fs::path& folder, std::vector<FolderEntry>& entries) {
   std::error_code failure;
   for (fs::directory_iterator entry(folder, failure), end; entry != end; entry.increment(failure)) {
+    const std::string& path = entry->path().native();
+    auto name = FromUtf8Exactly(std::string_view(path).substr(path.rfind('/') + 1));
+    if (!name) continue;
     std::error_code untold;
-    auto name = FromUtf8Exactly(entry->path().filename().native());
-    if (name) entries.push_back({*entry, *std::move(name), entry->is_directory(untold), entry->is_symlink(untold)});
+    const bool isHidden = name->starts_with('.');
+    entries.push_back({*std::move(name), entry->is_directory(untold), entry->is_symlink(untold), isHidden});
   }
   return failure;
 }

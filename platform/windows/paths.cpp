@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/code_page.h"
-#include "platform/list_files.h"
+#include "platform/folders.h"
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
 
@@ -45,15 +45,6 @@ bool IsThere(const std::wstring& folder) {
   if (handle == INVALID_HANDLE_VALUE) return false;
   CloseHandle(handle);
   return true;
-}
-
-// Names with a leading dot are hidden, as on other systems: programs use such folders for their own records everywhere.
-bool IsListed(const std::wstring& folder, const WIN32_FIND_DATAW& entry, Hidden hidden) {
-  if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
-  const bool isHidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0 || entry.cFileName[0] == L'.';
-  if (isHidden && hidden == Hidden::LeftOut) return false;
-  const bool isLink = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-  return !isLink || IsThere(folder + entry.cFileName);
 }
 
 // `folder`, ending in a separator, plus the name as spelled there; as given if it is missing or the system cannot tell.
@@ -138,49 +129,28 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) {
 
 std::string DisplayName(const fs::path& path) { return FromUtf16(ToUnits(path.native())); }
 
-namespace {
-
-// Calls `visit` with the folder, ending in a separator, and each of its entries.
-template <typename Visit>
-DWORD VisitEntries(const fs::path& path, Visit visit) {
+// Names with a leading dot are hidden, as on other systems: programs use such folders for their own records everywhere.
+std::error_code ListFolder(const fs::path& path, std::vector<FolderEntry>& entries) {
   std::wstring folder = ToSystem(path);
   if (!folder.ends_with(L'\\')) folder += L'\\';
-  WIN32_FIND_DATAW entry = {};
+  WIN32_FIND_DATAW found = {};
   const std::unique_ptr<HANDLE, CloseFind> find(FindFirstFileExW(
-      (folder + L'*').c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
-  if (find.get() == INVALID_HANDLE_VALUE) {
-    // The root of an empty drive has no entries, not even ".".
-    return GetLastError() == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : GetLastError();
-  }
-  do visit(folder, entry);
-  while (FindNextFileW(find.get(), &entry) != 0);
-  return GetLastError() == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : GetLastError();
-}
-
-}  // namespace
-
-std::optional<std::vector<std::string>> ListSubfolders(std::string_view windowsPath, Hidden hidden) {
-  const auto path = ToHostPath(windowsPath);
-  std::vector<std::string> names;
-  const auto add = [&](const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
-    auto name = FromUtf16Exactly(ToUnits(entry.cFileName));
-    if (name && IsListed(folder, entry, hidden)) names.push_back(*std::move(name));
-  };
-  if (!path || VisitEntries(*path, add) != ERROR_SUCCESS) return std::nullopt;
-  std::ranges::sort(names, ComesBefore);
-  return names;
-}
-
-std::error_code ListFolder(const fs::path& path, std::vector<FolderEntry>& entries) {
-  const auto add = [&entries](const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
-    const std::wstring_view name = entry.cFileName;
+      (folder + L'*').c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
+  bool goesOn = find.get() != INVALID_HANDLE_VALUE;
+  for (; goesOn; goesOn = FindNextFileW(find.get(), &found) != 0) {
+    const std::wstring_view name = found.cFileName;
     auto text = FromUtf16Exactly(ToUnits(name));
-    if (!text || name == L"." || name == L"..") return;
-    entries.push_back({folder + entry.cFileName, *std::move(text),
-                       (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
-                       (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
-  };
-  return {static_cast<int>(VisitEntries(path, add)), std::system_category()};
+    if (!text || name == L"." || name == L"..") continue;
+    const auto has = [&found](DWORD attribute) { return (found.dwFileAttributes & attribute) != 0; };
+    const bool isLink = has(FILE_ATTRIBUTE_REPARSE_POINT);
+    const bool isFolder = has(FILE_ATTRIBUTE_DIRECTORY) && (!isLink || IsThere(folder + found.cFileName));
+    const bool isHidden = has(FILE_ATTRIBUTE_HIDDEN) || name.starts_with(L'.');
+    entries.push_back({*std::move(text), isFolder, isLink, isHidden});
+  }
+  // The root of an empty drive has no entries, not even ".".
+  const DWORD end = GetLastError();
+  if (end == ERROR_NO_MORE_FILES || end == ERROR_FILE_NOT_FOUND) return {};
+  return {static_cast<int>(end), std::system_category()};
 }
 
 std::optional<fs::path> WithoutLinks(const fs::path& path) {

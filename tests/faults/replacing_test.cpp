@@ -2,6 +2,7 @@
 #include <ostream>
 
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/paths.h"
 #include "support/own_folder.h"
 #include "tests/faults/system_calls.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/list_files.h"
+#include "platform/folders.h"
 #include "tests/support/game.h"
 
 namespace fs = std::filesystem;

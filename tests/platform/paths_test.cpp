@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/code_page.h"
+#include "platform/folders.h"
 #include "support/own_folder.h"
 
 #ifdef _WIN32
