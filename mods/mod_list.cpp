@@ -8,6 +8,12 @@ using Module1::kNoMod;
 
 namespace {
 
+void PutFolders(Module1::Change& change, const std::string& section, const std::vector<std::string>& folders) {
+  change.PutNumber(section, "DirCount", static_cast<std::int64_t>(folders.size()));
+  std::int64_t j = 1;
+  for (const std::string& folder : folders) change.PutSetting(section, schema::DirKey(j++), folder);
+}
+
 // Copies the settings of mod `from` to number `to`, one by one. Missing settings are written with their defaults.
 // Folders of `to` beyond the new count remain, unread.
 void CopyMod(Module1::Change& change, std::string_view game, std::int64_t from, std::int64_t to) {
@@ -15,23 +21,7 @@ void CopyMod(Module1::Change& change, std::string_view game, std::int64_t from, 
   const std::string target = schema::ModSection(game, to);
   change.PutSetting(target, "Name", change.GetSetting(source, "Name", "Unknown"));
   change.PutSetting(target, "Active", change.GetSetting(source, "Active", "0"));
-  const std::int64_t dirCount = change.DirCount(source);
-  change.PutNumber(target, "DirCount", dirCount);
-  for (std::int64_t k = 1; k <= dirCount; ++k)
-    change.PutSetting(target, schema::DirKey(k), change.GetSetting(source, schema::DirKey(k), ""));
-}
-
-void PutFolders(Module1::Change& change, const std::string& section, const std::vector<std::string>& folders) {
-  change.PutNumber(section, "DirCount", static_cast<std::int64_t>(folders.size()));
-  std::int64_t j = 1;
-  for (const std::string& folder : folders) change.PutSetting(section, schema::DirKey(j++), folder);
-}
-
-std::vector<std::string> FoldersOf(const Module1::Settings& settings, const std::string& section) {
-  const std::int64_t count = settings.DirCount(section);
-  std::vector<std::string> folders;
-  for (std::int64_t k = 1; k <= count; ++k) folders.push_back(settings.GetSetting(section, schema::DirKey(k), ""));
-  return folders;
+  PutFolders(change, target, change.Folders(source));
 }
 
 }  // namespace
@@ -43,7 +33,7 @@ ModLists ListMods(const Module1::Settings& settings, std::string_view game, cons
     const std::string section = schema::ModSection(game, n);
     ModList& list = settings.GetNumber(section, "Active", 0) != 0 ? lists.active : lists.available;
     list.names.push_back(settings.GetSetting(section, "Name", "Unknown"));
-    list.lacksFolder.push_back(std::ranges::any_of(FoldersOf(settings, section), isMissing));
+    list.lacksFolder.push_back(std::ranges::any_of(settings.Folders(section), isMissing));
   }
   return lists;
 }
@@ -51,7 +41,7 @@ ModLists ListMods(const Module1::Settings& settings, std::string_view game, cons
 std::optional<std::vector<std::string>> DataFolders(const Module1::Settings& settings, std::string_view game,
                                                     std::string_view name) {
   const std::int64_t n = settings.FindMod(game, name);
-  return n == kNoMod ? std::nullopt : std::optional(FoldersOf(settings, schema::ModSection(game, n)));
+  return n == kNoMod ? std::nullopt : std::optional(settings.Folders(schema::ModSection(game, n)));
 }
 
 bool IsActive(const Module1::Settings& settings, std::string_view game, std::string_view name) {

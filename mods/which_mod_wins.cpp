@@ -1,6 +1,7 @@
 #include "mods/which_mod_wins.h"
 
 #include <algorithm>
+#include <ranges>
 #include <unordered_map>
 
 #include "mods/mod_list.h"
@@ -62,8 +63,8 @@ std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>
 
   std::string gaps;
   const auto& missing = leftOut.missing;
-  for (std::size_t i = 0; i < std::min(missing.size(), kMost); ++i)
-    gaps += (i == 0 ? "\nMissing folders: " : ", ") + missing[i];
+  for (const std::string& folder : missing | std::views::take(kMost))
+    gaps += (gaps.empty() ? "\nMissing folders: " : ", ") + folder;
   if (missing.size() > kMost) gaps += " and " + std::to_string(missing.size() - kMost) + " more";
   if (!missing.empty()) gaps += ".";
   if (leftOut.hasUnread) gaps += "\nSome folders could not be read.";
@@ -84,14 +85,12 @@ std::optional<std::string> WhichModWins(const Module1::Settings& settings, std::
     const std::string section = schema::ModSection(game, n);
     if (settings.GetNumber(section, "Active", 0) != 1) continue;  // as in the module file
     mods.push_back({settings.GetSetting(section, "Name", "Unknown"), {}});
-    const std::int64_t dirCount = settings.DirCount(section);
-    for (std::int64_t k = 1; k <= dirCount; ++k) {
-      const std::string folder = settings.GetSetting(section, schema::DirKey(k), "");
+    for (const std::string& folder : settings.Folders(section)) {
       if (folder.empty()) continue;
       auto listing = platform::ListFiles(base + folder, install, left);
       left -= std::min(left, listing.files.size());
       std::ranges::move(listing.files, std::back_inserter(mods.back().files));
-      if (listing.isMissing) leftOut.missing.push_back(folder);
+      if (listing.isMissing) leftOut.missing.insert(folder);
       leftOut.hasUnread = leftOut.hasUnread || listing.hasUnread;
       leftOut.hasLinksOut = leftOut.hasLinksOut || listing.hasLinksOut;
       leftOut.isCut = leftOut.isCut || listing.isCut;

@@ -32,11 +32,8 @@ std::string ModuleText(const Module1::Settings& settings, std::string_view game,
   for (std::int64_t i = settings.ModCount(game); i >= 1; --i) {
     const std::string section = schema::ModSection(game, i);
     if (settings.GetNumber(section, "Active", 0) != 1) continue;
-    const std::int64_t dirCount = settings.DirCount(section);
-    for (std::int64_t j = 1; j <= dirCount; ++j) {
-      module.append("DataFolder.").append(std::to_string(number++)).append(" = ");
-      module.append(settings.GetSetting(section, schema::DirKey(j), "")).append(kLineEnd);
-    }
+    for (const std::string& folder : settings.Folders(section))
+      module.append("DataFolder.").append(std::to_string(number++)).append(" = ").append(folder).append(kLineEnd);
   }
   AppendTemplate(footer, module);
   return module;

@@ -105,9 +105,12 @@ std::int64_t Settings::ModCount(std::string_view game) const {
   });
 }
 
-std::int64_t Settings::DirCount(std::string_view modSection) const {
-  return Count(*this, modSection, "DirCount", 0,
-               [&](std::int64_t n) { return IsThere(*this, modSection, schema::DirKey(n)); });
+std::vector<std::string> Settings::Folders(std::string_view modSection) const {
+  const std::int64_t count = Count(*this, modSection, "DirCount", 0,
+                                   [&](std::int64_t k) { return IsThere(*this, modSection, schema::DirKey(k)); });
+  std::vector<std::string> folders;
+  for (std::int64_t k = 1; k <= count; ++k) folders.push_back(GetSetting(modSection, schema::DirKey(k), ""));
+  return folders;
 }
 
 std::string Settings::GameName(std::int64_t game) const {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files.h"
 #include "settings/EZINILib.h"
@@ -40,12 +41,12 @@ class Settings {
   std::int64_t GetNumber(std::string_view section, std::string_view key, std::int32_t fallback) const;
   std::int64_t GetMakeNumber(std::string_view section, std::string_view key, std::int32_t fallback) const;
 
-  // The number of games, mods of a game, or folders of a mod; kNoGameCount if none was ever stored. A damaged count
-  // (not a whole number, negative, or above 32,767) reads as the number of consecutive entries from 1, so that no
-  // existing entry is overwritten.
+  // The number of games or of a game's mods; kNoGameCount if none was ever stored. A damaged count (not a whole number,
+  // negative, or above 32,767) reads as the number of consecutive entries from 1, so that no existing entry is
+  // overwritten. So does the count of a mod's data folders.
   std::int64_t GameCount() const;
   std::int64_t ModCount(std::string_view game) const;
-  std::int64_t DirCount(std::string_view modSection) const;
+  std::vector<std::string> Folders(std::string_view modSection) const;
 
   std::string GameName(std::int64_t game) const;
   std::string GamePath(std::string_view game) const;  // a Windows path

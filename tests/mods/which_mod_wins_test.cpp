@@ -61,8 +61,9 @@ TEST(WhichModWins, LooksIntoTheFoldersOfTheActivatedMods) {
   for (const char* const file :
        {"Art/.x", "alphadata/Art/.x", "GammaSound/art/.X", "GammaData/ART/.x", "BetaData/art/.x"})
     WriteFile(base / file, "");
-  const Module1::Settings settings(With(FourMods(), "Name=Delta\r\nActive=0\r\nDirCount=0",
-                                        "Name=Delta\r\nActive=1\r\nDirCount=2\r\nDir1=Nowhere\r\nDir2="));
+  const Module1::Settings settings(
+      With(FourMods(), "Name=Delta\r\nActive=0\r\nDirCount=0",
+           "Name=Delta\r\nActive=1\r\nDirCount=3\r\nDir1=Nowhere\r\nDir2=\r\nDir3=Nowhere"));
   EXPECT_EQ(WhichModWins(settings, "Dawn of War", "Alpha"),
             "'Alpha' shares files with 1 other activated mod.\n\n'Gamma' wins, 1 file:\nArt\\.x\n\n"
             "Missing folders: Nowhere.");

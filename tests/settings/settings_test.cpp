@@ -55,7 +55,7 @@ TEST(Settings, ADamagedCountReadsAsTheNumberOfEntriesThatFollowEachOther) {
         "\nDir1=a\nDir2=\nDir3=c\nDir5=e\n[G.2]\nActive=1\n[G.3]\nName=C\n[G.5]\nName=E\n");
     EXPECT_EQ(settings.GameCount(), read) << count;
     EXPECT_EQ(settings.ModCount("G"), read) << count;
-    EXPECT_EQ(settings.DirCount("G.1"), read) << count;
+    EXPECT_EQ(std::ssize(settings.Folders("G.1")), read) << count;
   }
 }
 
