@@ -1,5 +1,5 @@
 // The cost of the main window's commands, in the real windows. The baseline is unavoidable work: read each needed file
-// once, replace files, and fill the lists from memory.
+// once, replace files, list the game's folder, and fill the lists from memory.
 
 #include <benchmark/benchmark.h>
 
@@ -140,6 +140,7 @@ double Limit(const Command& command, std::size_t mods) {
     if (command.modulesWritten > 0) raw::Read(support::ExecutableFolder() / file);
   }
   for (std::size_t pass = 0; pass < (command.isForEach ? mods : 1); ++pass) {
+    raw::List(sample::GameFolder() / "W40k");
     for (std::size_t i = 0; i < lists.size(); ++i) {
       lists[i]->clear();
       for (const std::string& text : texts[i]) lists[i]->addItem(QString::fromStdString(text));
@@ -171,17 +172,16 @@ void Measure(benchmark::State& state, const Command& command, int mods, int fold
   state.counters["limit"] = benchmark::Counter(limit, benchmark::Counter::kAvgIterations);
 }
 
-void MakeFolders(int count) {
+void AddFolders(int count) {
   const auto base = sample::GameFolder() / "W40k";
-  std::filesystem::remove_all(base);
-  std::filesystem::create_directories(base);
   for (int i = 0; i < count; ++i) std::filesystem::create_directories(base / ("Folder " + std::to_string(i)));
 }
 
 void Register(const Command& command, const std::string& subject, int mods, int folders = 2) {
   auto* const row =
       benchmark::RegisterBenchmark((subject + "/" + command.name).c_str(), [=, &command](benchmark::State& state) {
-        MakeFolders(&command == &kNew ? folders : 0);
+        sample::MakeFolders(mods);
+        if (&command == &kNew) AddFolders(folders);
         Measure(state, command, mods, &command == &kNew ? 2 : folders);
       });
   row->UseManualTime();

@@ -49,6 +49,7 @@ Ended Await(pid_t process) {
 
 void MeasureStart(benchmark::State& state, const char* program, std::string label) {
   support::WriteFile(support::SettingsFile(), sample::Settings(100, sample::Active::EverySecond));
+  sample::MakeFolders(100);
   Ended ended;
   for ([[maybe_unused]] auto pass : state) {
     const auto start = Clock::now();

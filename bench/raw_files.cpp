@@ -1,5 +1,6 @@
 #include "bench/raw_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -25,6 +26,15 @@ std::size_t Read(const std::string& path) {
   Check(file >= 0 && count >= 0, path);
   close(file);
   return static_cast<std::size_t>(count);
+}
+
+std::size_t List(const std::string& path) {
+  DIR* const folder = opendir(path.c_str());
+  Check(folder != nullptr, path);
+  std::size_t count = 0;
+  while (readdir(folder) != nullptr) ++count;
+  closedir(folder);
+  return count;
 }
 
 void Replace(const std::string& path, std::string_view bytes) {
