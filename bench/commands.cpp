@@ -84,7 +84,10 @@ auto Select(const char* list, double place) {
 void OpenNewMod() {
   Button("cmdNewMod").click();
   Control<QLineEdit>("frmNew", "txtName").setText("New");
-  Control<QListWidget>("frmNew", "lstDirs").selectAll();
+  auto& folders = Control<QListWidget>("frmNew", "lstDirs");
+  for (int row = 0; row < folders.count(); ++row) {
+    if (folders.item(row)->text().startsWith("Folder ")) folders.item(row)->setSelected(true);
+  }
 }
 
 void ConfirmNewMod(frmMain& /*window*/, const std::function<void()>& start) {

@@ -6,7 +6,6 @@
 #include "mods/mod_list.h"
 #include "mods/which_mod_wins.h"
 #include "platform/application.h"
-#include "platform/folders.h"
 
 using Module1::Change;
 using Module1::Settings;
@@ -117,12 +116,17 @@ void frmMain::lstGame_Validate() { ListMods(); }
 void frmMain::ListMods() { ListMods(Settings()); }
 
 void frmMain::ListMods(const Settings& settings) {
+  Batch batch;
+  ListMods(settings, batch);
+}
+
+void frmMain::ListMods(const Settings& settings, Batch& batch) {
   const auto unread = settings.Unread();
   lstNotActive.SetEmptyText(unread ? unread->Sentence() : "");
   listedGame_ = SelectedGame();
-  const platform::FoldersBelow folders(DataFolderBase(settings.InstallFolder(listedGame_)));
+  if (!batch.folders) batch.folders.emplace(DataFolderBase(settings.InstallFolder(listedGame_)));
   const ModLists lists =
-      ::ListMods(settings, listedGame_, [&](std::string_view folder) { return folders.IsMissing(folder); });
+      ::ListMods(settings, listedGame_, [&](std::string_view folder) { return batch.folders->IsMissing(folder); });
   lstActive.Fill(lists.active.names);
   lstActive.SetMarks(lists.active.lacksFolder);
   lstNotActive.Fill(lists.available.names);
@@ -155,13 +159,13 @@ std::string frmMain::ModToolTip(const std::string& mod) const {
 }
 
 void frmMain::cmdActivate1_Click() {
-  Module1::Step step;
-  messages::Show("Make Module", SetActive(lstNotActive, true, step).message);
+  Batch batch;
+  messages::Show("Make Module", SetActive(lstNotActive, true, batch).message);
 }
 
 void frmMain::cmdDeactivate1_Click() {
-  Module1::Step step;
-  messages::Show("Make Module", SetActive(lstActive, false, step).message);
+  Batch batch;
+  messages::Show("Make Module", SetActive(lstActive, false, batch).message);
 }
 
 void frmMain::cmdActivateAll_Click() { SetAllActive(lstNotActive, true); }
@@ -169,11 +173,11 @@ void frmMain::cmdActivateAll_Click() { SetAllActive(lstNotActive, true); }
 void frmMain::cmdDeactivateAll_Click() { SetAllActive(lstActive, false); }
 
 // If the mod is no longer registered, still refreshes the lists and the module file.
-Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive, Module1::Step& step) {
+Outcome frmMain::SetActive(const platform::ListBox& list, bool isActive, Batch& batch) {
   Change change;
   ::SetActive(change, SelectedGame(), list.Text(), isActive);
-  const auto unsaved = change.Save(step);
-  ListMods(change);
+  const auto unsaved = change.Save(batch.step);
+  ListMods(change, batch);
   return {!unsaved, unsaved ? messages::Failed(unsaved) : MakeModule(change)};
 }
 
@@ -187,12 +191,12 @@ void frmMain::SetAllActive(const platform::ListBox& list, bool isActive) {
     const int all = list.Count();
     int done = 0;
     int stayed = 0;
-    Module1::Step step;  // one undo step for all
+    Batch batch;
     auto shown = std::chrono::steady_clock::now();
     while (outcome.isSaved && stayed < list.Count()) {
       const int left = list.Count();
       list.Select(stayed);
-      outcome = SetActive(list, isActive, step);
+      outcome = SetActive(list, isActive, batch);
       if (!outcome.isSaved && done > 0) outcome.message->outcome = messages::HowFar(done, all, isActive);
       ++(list.Count() < left ? done : stayed);
       if (std::chrono::steady_clock::now() - shown < kBetweenPictures) continue;

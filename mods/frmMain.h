@@ -8,6 +8,7 @@
 
 #include "mods/messages.h"
 #include "platform/controls.h"
+#include "platform/folders.h"
 #include "platform/window.h"
 #include "settings/Module1.h"
 
@@ -79,7 +80,13 @@ class frmMain {
 
   const platform::ListBox& FocusedList() const;
   std::string ModToolTip(const std::string& mod) const;
-  Outcome SetActive(const platform::ListBox& list, bool isActive, Module1::Step& step);
+  // What the changes of one command share.
+  struct Batch {
+    Module1::Step step = {};
+    std::optional<platform::FoldersBelow> folders = {};  // of the listed game, once they are needed
+  };
+  void ListMods(const Module1::Settings& settings, Batch& batch);
+  Outcome SetActive(const platform::ListBox& list, bool isActive, Batch& batch);
   void SetAllActive(const platform::ListBox& list, bool isActive);
   void MoveSelected(int by);
   void MoveMod(int from, int to);

@@ -1,6 +1,10 @@
 #include "platform/paths.h"
 
+#include <dirent.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <memory>
 
 #include "platform/code_page.h"
 #include "platform/linux/drives.h"
@@ -32,17 +36,27 @@ std::optional<std::string> ToWindowsPath(const fs::path& path) { return MapToWin
 
 std::string DisplayName(const fs::path& path) { return FromUtf8(path.native()); }
 
+// Not by std::filesystem: to make each entry's path takes it longer than the system needs to list them.
 std::error_code ListFolder(const fs::path& folder, std::vector<FolderEntry>& entries) {
-  std::error_code failure;
-  for (fs::directory_iterator entry(folder, failure), end; entry != end; entry.increment(failure)) {
-    const std::string& path = entry->path().native();
-    auto name = FromUtf8Exactly(std::string_view(path).substr(path.rfind('/') + 1));
-    if (!name) continue;
+  const std::unique_ptr<DIR, int (*)(DIR*)> listed(opendir(folder.c_str()), closedir);
+  if (!listed) return {errno, std::generic_category()};
+  for (;;) {
+    errno = 0;
+    const dirent* const entry = readdir(listed.get());
+    if (entry == nullptr) return {errno, std::generic_category()};
+    const std::string_view spelling = entry->d_name;
+    auto name = FromUtf8Exactly(spelling);
+    if (!name || spelling == "." || spelling == "..") continue;
     std::error_code untold;
-    const bool isHidden = name->starts_with('.');
-    entries.push_back({*std::move(name), entry->is_directory(untold), entry->is_symlink(untold), isHidden});
+    bool isFolder = entry->d_type == DT_DIR;
+    bool isLink = false;
+    if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
+      isFolder = fs::is_directory(folder / spelling, untold);
+      isLink = fs::is_symlink(folder / spelling, untold);
+    }
+    const bool isHidden = spelling.starts_with('.');
+    entries.push_back({*std::move(name), isFolder, isLink, isHidden});
   }
-  return failure;
 }
 
 std::optional<fs::path> WithoutLinks(const fs::path& path) {
