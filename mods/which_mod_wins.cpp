@@ -1,7 +1,6 @@
 #include "mods/which_mod_wins.h"
 
 #include <algorithm>
-#include <ranges>
 #include <unordered_map>
 
 #include "mods/mod_list.h"
@@ -63,8 +62,8 @@ std::string SharedFilesText(std::string_view mod, const std::vector<SharedFiles>
 
   std::string gaps;
   const auto& missing = leftOut.missing;
-  for (const std::string& folder : missing | std::views::take(kMost))
-    gaps += (gaps.empty() ? "\nMissing folders: " : ", ") + folder;
+  for (std::size_t i = 0; i < std::min(missing.size(), kMost); ++i)
+    gaps += (i == 0 ? "\nMissing folders: " : ", ") + missing[i];
   if (missing.size() > kMost) gaps += " and " + std::to_string(missing.size() - kMost) + " more";
   if (!missing.empty()) gaps += ".";
   if (leftOut.hasUnread) gaps += "\nSome folders could not be read.";
@@ -90,7 +89,8 @@ std::optional<std::string> WhichModWins(const Module1::Settings& settings, std::
       auto listing = platform::ListFiles(base + folder, install, left);
       left -= std::min(left, listing.files.size());
       std::ranges::move(listing.files, std::back_inserter(mods.back().files));
-      if (listing.isMissing) leftOut.missing.insert(folder);
+      const bool isNamed = std::ranges::find(leftOut.missing, folder) != leftOut.missing.end();
+      if (listing.isMissing && !isNamed) leftOut.missing.push_back(folder);
       leftOut.hasUnread = leftOut.hasUnread || listing.hasUnread;
       leftOut.hasLinksOut = leftOut.hasLinksOut || listing.hasLinksOut;
       leftOut.isCut = leftOut.isCut || listing.isCut;

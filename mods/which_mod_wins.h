@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +28,7 @@ std::vector<SharedFiles> FindSharedFiles(const std::vector<ModFiles>& mods, std:
 
 // What could not be checked.
 struct LeftOut {
-  std::set<std::string> missing;  // data folders
+  std::vector<std::string> missing;  // data folders
   bool hasUnread = false;
   bool hasLinksOut = false;
   bool isCut = false;
