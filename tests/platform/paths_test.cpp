@@ -141,6 +141,11 @@ TEST_F(Paths, SubfoldersAreThoseTheGameCanFind) {
   EXPECT_EQ(ListSubfolders("c:/games"), names);
   EXPECT_EQ(ListSubfolders("C:\\Games\\B\\"), Names());
   for (const char* const none : {"C:\\Games\\missing", "C:\\Games\\file", "Q:\\"}) EXPECT_FALSE(ListSubfolders(none));
+  const platform::FoldersBelow present("C:\\");
+  for (const char* const folder : {"", "gAMES", "Games\\B", "games/b"})
+    EXPECT_FALSE(present.IsMissing(folder)) << folder;
+  for (const char* const folder : {"Game", "Games\\none", "Games\\file"})
+    EXPECT_TRUE(present.IsMissing(folder)) << folder;
 }
 
 #ifdef _WIN32
