@@ -69,12 +69,15 @@ std::optional<std::vector<std::string>> ListSubfolders(std::string_view folder) 
   return names;
 }
 
+bool MayBeFolder(const fs::path& path) {
+  std::error_code failure;
+  const auto status = fs::status(path, failure);
+  return !fs::status_known(status) || fs::is_directory(status);
+}
+
 bool IsMissingFolder(std::string_view path) {
   const auto hostPath = ToHostPath(path);
-  if (!hostPath) return true;
-  std::error_code failure;
-  const auto status = fs::status(AsSpelledOnDisk(*hostPath), failure);
-  return fs::status_known(status) && !fs::is_directory(status);
+  return !hostPath || !MayBeFolder(AsSpelledOnDisk(*hostPath));
 }
 
 FoldersBelow::FoldersBelow(const std::string& folder) : path_(folder + "\\") {

@@ -26,7 +26,8 @@ std::error_code ListFolder(const std::filesystem::path& folder, std::vector<Fold
 // missing or cannot be listed.
 std::optional<std::vector<std::string>> ListSubfolders(std::string_view folder);
 
-// Whether a path is known not to be a folder. False if the system cannot tell.
+// Whether a path is, or is not, a folder. If the system cannot tell, it may be one, and is not missing.
+bool MayBeFolder(const std::filesystem::path& path);
 bool IsMissingFolder(std::string_view path);
 
 // The same for folders below a folder; lists that folder only once.

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/folders.h"
 #include "platform/linux/file_names.h"
 #include "platform/paths.h"
 
@@ -17,13 +18,6 @@ namespace fs = std::filesystem;
 
 namespace platform {
 namespace {
-
-// True also if the system cannot tell.
-bool MayBeFolder(const fs::path& path) {
-  std::error_code failure;
-  const fs::file_status status = fs::status(path, failure);
-  return !fs::status_known(status) || fs::is_directory(status);
-}
 
 // The two forms in which a path may lie below a drive: as given, and with links resolved. Neither ends in a slash.
 std::array<fs::path, 2> Forms(const fs::path& path) {

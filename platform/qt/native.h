@@ -125,7 +125,6 @@ struct NativeWindow : QWidget {
   void Open();
   void OpenInFrontOf(NativeWindow& other);
   void CloseByItself();
-  void Disable();
   void Enable();
 
   struct Command {
@@ -177,7 +176,6 @@ struct NativeWindow : QWidget {
   QPushButton* cancelButton_ = nullptr;
   QPointer<NativeWindow> inFront_;
   bool isOpen_ = false;
-  bool isEnabled_ = true;
   bool closesByItself_ = false;
 };
 

@@ -287,16 +287,9 @@ void NativeWindow::CloseByItself() {
   closesByItself_ = false;
 }
 
-void NativeWindow::Disable() {
-  isEnabled_ = false;
-  setEnabled(false);
-}
-
 void NativeWindow::Enable() {
-  isEnabled_ = true;
   setEnabled(true);
-  if (!isOpen_) return;
-  activateWindow();
+  if (isOpen_) activateWindow();
 }
 
 void NativeWindow::changeEvent(QEvent* event) {
@@ -311,7 +304,7 @@ void NativeWindow::resizeEvent(QResizeEvent* event) {
 }
 
 void NativeWindow::BringWhatIsInFront() {
-  if (!isActiveWindow() || isEnabled_ || inFront_ == nullptr) return;
+  if (!isActiveWindow() || isEnabled() || inFront_ == nullptr) return;
   inFront_->setWindowState(inFront_->windowState() & ~Qt::WindowMinimized);
   inFront_->raise();
   inFront_->activateWindow();
@@ -336,7 +329,7 @@ void NativeWindow::TakeDesktopsSize() {
 
 void NativeWindow::closeEvent(QCloseEvent* event) {
   if (!isOpen_) return;  // the display may ask again while the window closes
-  bool cancel = !isEnabled_ || (IsDroppingInput() && !closesByItself_);
+  bool cancel = !isEnabled() || (IsDroppingInput() && !closesByItself_);
   if (!cancel && onUnload) onUnload(cancel);
   event->setAccepted(!cancel);
   if (cancel) return;
@@ -409,7 +402,7 @@ void Window::SetCaption(std::string_view caption) const { native_->setWindowTitl
 
 void Window::ShowDetails() const { native_->ShowDetails(); }
 
-void Window::Disable() const { native_->Disable(); }
+void Window::Disable() const { native_->setEnabled(false); }
 
 void Window::Enable() const { native_->Enable(); }
 

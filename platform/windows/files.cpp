@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/windows/system.h"
 #include "platform/windows/wide.h"
@@ -127,20 +128,6 @@ std::error_code CheckIsFile(const File& file, BY_HANDLE_FILE_INFORMATION& inform
     return std::make_error_code(std::errc::is_a_directory);
   }
   return {};
-}
-
-// Resolves all links in `path`.
-DWORD FollowLinks(std::wstring& path) {
-  const File file(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-  if (!file.IsOpen()) return file.OpenFailure();
-  constexpr DWORD kLongestPath = 32768;
-  std::wstring target(kLongestPath, L'\0');
-  const DWORD length = GetFinalPathNameByHandleW(file.Handle(), target.data(), kLongestPath, FILE_NAME_NORMALIZED);
-  if (length == 0) return GetLastError();
-  if (length >= kLongestPath) return ERROR_FILENAME_EXCED_RANGE;
-  target.resize(length);
-  path = std::move(target);
-  return ERROR_SUCCESS;
 }
 
 // The file's access control list; empty on disks without one.
@@ -322,7 +309,9 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const 
   }
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::make_error_code(std::errc::is_a_directory);
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-    if (const DWORD failure = FollowLinks(target)) return ToError(failure);
+    const auto followed = WithoutLinks(target);
+    if (!followed) return ToError(GetLastError());
+    target = *followed;
   }
 
   BY_HANDLE_FILE_INFORMATION information = {};

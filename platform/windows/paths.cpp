@@ -37,16 +37,6 @@ struct CloseFind {
   void operator()(HANDLE find) const { FindClose(find); }
 };
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-bool IsThere(const std::wstring& folder) {
-  HANDLE const handle =
-      CreateFileW(folder.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) return false;
-  CloseHandle(handle);
-  return true;
-}
-
 // `folder`, ending in a separator, plus the name as spelled there; as given if it is missing or the system cannot tell.
 // So drives, servers and shares stay as given.
 std::wstring Spelling(std::wstring folder, const std::wstring& name) {
@@ -143,7 +133,7 @@ std::error_code ListFolder(const fs::path& path, std::vector<FolderEntry>& entri
     if (!text || name == L"." || name == L"..") continue;
     const auto has = [&found](DWORD attribute) { return (found.dwFileAttributes & attribute) != 0; };
     const bool isLink = has(FILE_ATTRIBUTE_REPARSE_POINT);
-    const bool isFolder = has(FILE_ATTRIBUTE_DIRECTORY) && (!isLink || IsThere(folder + found.cFileName));
+    const bool isFolder = has(FILE_ATTRIBUTE_DIRECTORY) && (!isLink || WithoutLinks(folder + found.cFileName));
     const bool isHidden = has(FILE_ATTRIBUTE_HIDDEN) || name.starts_with(L'.');
     entries.push_back({*std::move(text), isFolder, isLink, isHidden});
   }
@@ -153,7 +143,9 @@ std::error_code ListFolder(const fs::path& path, std::vector<FolderEntry>& entri
   return {static_cast<int>(end), std::system_category()};
 }
 
+// After a failure, GetLastError says why.
 std::optional<fs::path> WithoutLinks(const fs::path& path) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   HANDLE const opened = CreateFileW(ToSystem(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (opened == INVALID_HANDLE_VALUE) return std::nullopt;
