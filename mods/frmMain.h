@@ -60,6 +60,12 @@ class frmMain {
   static std::string GetKeyValue(std::int32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef);
 
  private:
+  // What the changes of one command share.
+  struct Batch {
+    Module1::Step step = {};
+    std::optional<platform::FoldersBelow> folders = {};  // of the listed game, once they are needed
+  };
+
   void lstGame_Validate();
   void Refresh(const Module1::Settings& settings);
   void Undo(History::Way way);
@@ -80,11 +86,6 @@ class frmMain {
 
   const platform::ListBox& FocusedList() const;
   std::string ModToolTip(const std::string& mod) const;
-  // What the changes of one command share.
-  struct Batch {
-    Module1::Step step = {};
-    std::optional<platform::FoldersBelow> folders = {};  // of the listed game, once they are needed
-  };
   void ListMods(const Module1::Settings& settings, Batch& batch);
   Outcome SetActive(const platform::ListBox& list, bool isActive, Batch& batch);
   void SetAllActive(const platform::ListBox& list, bool isActive);
