@@ -4,12 +4,10 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
-#include <vector>
 
 // Whole files. If a path does not exist as spelled, each component is looked up ignoring letter case, as the game does.
 // No function here shows anything; failures are returned.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -309,8 +310,12 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes, const 
   }
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::make_error_code(std::errc::is_a_directory);
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-    const auto followed = WithoutLinks(target);
-    if (!followed) return ToError(GetLastError());
+    std::optional<fs::path> followed;
+    const auto follow = [&] {
+      followed = WithoutLinks(target);
+      return followed ? DWORD{ERROR_SUCCESS} : GetLastError();
+    };
+    if (const DWORD failure = Retried(follow, IsHeld)) return ToError(failure);
     target = *followed;
   }
 
